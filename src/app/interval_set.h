@@ -1,0 +1,89 @@
+// A set of numbers kept as closed intervals, neighbours merged.
+//
+// It holds the numbers of rejected deals whose turn has not come: a run of any length costs one
+// interval. The intervals lie in a deque, not in a tree, because new numbers nearly always belong
+// at the back and old ones leave at the front: both are then cheap, and rarely allocate.
+#pragma once
+
+#include <algorithm>
+#include <deque>
+#include <iterator>
+
+namespace trikon {
+
+/// The numbers from `start` to `end`, both included; ordered by start.
+template <class Number>
+struct Interval {
+    Number start;
+    Number end;
+
+    bool operator==(const Interval&) const = default;
+    bool operator<(const Interval& other) const { return start < other.start; }
+};
+
+template <class Number>
+class IntervalSet {
+public:
+    /// The intervals in ascending order; between any two at least one number is missing.
+    const std::deque<Interval<Number>>& all() const { return intervals; }
+
+    void insert(Number number);
+    /// The number after the first interval if that starts at `number`, else `number` itself.
+    ///
+    /// The interval that was passed leaves the set.
+    Number passFirst(Number number);
+    void eraseStartingAfter(Number number);
+    void clear() { intervals.clear(); }
+
+private:
+    std::deque<Interval<Number>> intervals;
+};
+
+// --- inline definitions ---
+
+template <class Number>
+void IntervalSet<Number>::insert(Number number)
+{
+    const auto next =
+        std::upper_bound(intervals.begin(), intervals.end(), Interval<Number>{number, number});
+    const bool touchesNext = next != intervals.end() && next->start == number + 1;
+    if (next != intervals.begin()) {
+        Interval<Number>& previous = *std::prev(next);
+        if (number <= previous.end) {
+            return;
+        }
+        if (number == previous.end + 1) {
+            previous.end = touchesNext ? next->end : number;
+            if (touchesNext) {
+                intervals.erase(next);
+            }
+            return;
+        }
+    }
+    if (touchesNext) {
+        next->start = number;
+    } else {
+        intervals.insert(next, {number, number});
+    }
+}
+
+template <class Number>
+Number IntervalSet<Number>::passFirst(Number number)
+{
+    if (intervals.empty() || intervals.front().start != number) {
+        return number;
+    }
+    const Number behind = intervals.front().end + 1;
+    intervals.pop_front();
+    return behind;
+}
+
+template <class Number>
+void IntervalSet<Number>::eraseStartingAfter(Number number)
+{
+    intervals.erase(
+        std::upper_bound(intervals.begin(), intervals.end(), Interval<Number>{number, number}),
+        intervals.end());
+}
+
+}  // namespace trikon
