@@ -1,0 +1,205 @@
+// The bookkeeping of deal numbers, and the printing step.
+#include "app/print_queue.h"
+
+#include "cards/translation.h"
+
+#include <bit>
+#include <cerrno>
+#include <cstring>
+#include <iostream>
+#include <iterator>
+#include <stdexcept>
+#include <utility>
+
+namespace trikon {
+
+namespace {
+
+constexpr const char* gap = "   ";
+constexpr unsigned long windowSize = 64;  // bits of the rejected numbers close by
+
+bool isReady(const PrintQueue::Item& item) { return !item.hands.allCards().empty(); }
+
+[[noreturn]] void throwOutputFailed(int error)
+{
+    throw std::runtime_error(
+        error == 0 ? translate("Can't write to standard output.")
+                   : translate("Can't write to standard output: %1%.", {std::strerror(error)}));
+}
+
+}  // namespace
+
+void PrintQueue::configure(std::uint32_t deals, PrintFunction function, bool statisticsShown,
+                           bool remarksShown)
+{
+    needed = deals;
+    printFunction = std::move(function);
+    showStatistics = statisticsShown;
+    showRemarks = remarksShown;
+}
+
+bool PrintQueue::nr_is_needed(unsigned long n) const
+{
+    const Lock content(contentMutex);
+    return needed != 0 && (moreNeeded() || n <= items.rbegin()->first);
+}
+
+bool PrintQueue::accept(unsigned long n)
+{
+    const Lock content(contentMutex);
+    if (needed == 0) {
+        return false;
+    }
+    items.try_emplace(n);
+    if (needed >= items.size()) {
+        return true;
+    }
+    items.erase(std::prev(items.end()));
+    const unsigned long last = items.rbegin()->first;
+    dropped.eraseStartingAfter(last);  // for the memory: numbers behind the last are never reached
+    return n <= last;
+}
+
+bool PrintQueue::drop(unsigned long n)
+{
+    Lock content(contentMutex);
+    if (needed == 0 || (!moreNeeded() && n > items.rbegin()->first)) {
+        return false;
+    }
+    if (n - nextNumber < windowSize) {
+        droppedSoon |= std::uint64_t{1} << (n - nextNumber);
+    } else {
+        dropped.insert(n);
+    }
+    return tryPrintAndUnlockContent(std::move(content));
+}
+
+bool PrintQueue::setDetails(unsigned long n, const Hands& hands, NamedCounters& statistics,
+                            std::string& remarks)
+{
+    Lock content(contentMutex);
+    const auto found = items.find(n);
+    if (found == items.end()) {
+        return false;
+    }
+    found->second.hands = hands;
+    found->second.statistics.swap(statistics);
+    found->second.remarks.swap(remarks);
+    return tryPrintAndUnlockContent(std::move(content));
+}
+
+void PrintQueue::terminateWork()
+{
+    const Lock content(contentMutex);
+    forgetAll();
+}
+
+void PrintQueue::printAll() { tryPrintAndUnlockContent(Lock(contentMutex)); }
+
+bool PrintQueue::tryPrintAndUnlockContent(Lock content)
+{
+    if (!advanceToPrintable()) {
+        return moreNeeded();
+    }
+    const Lock output(outputMutex, std::try_to_lock);
+    if (!output) {
+        return moreNeeded();
+    }
+    try {
+        do {
+            Items batch = takeBatch();
+            content.unlock();
+            print(batch);
+            batch.clear();
+            content.lock();
+        } while (advanceToPrintable());
+    } catch (...) {
+        if (!content) {
+            content.lock();
+        }
+        forgetAll();
+        throw;
+    }
+    // The output mutex is released first, while the content mutex is still held: no other thread
+    // can find it taken after the last look for printable deals.
+    return moreNeeded();
+}
+
+void PrintQueue::passNumbers(unsigned long count)
+{
+    nextNumber += count;
+    droppedSoon = count < windowSize ? droppedSoon >> count : 0;
+}
+
+bool PrintQueue::advanceToPrintable()
+{
+    unsigned long passed = 0;
+    do {
+        passNumbers(static_cast<unsigned long>(std::countr_one(droppedSoon)));
+        passed = dropped.passFirst(nextNumber) - nextNumber;
+        passNumbers(passed);
+    } while (passed != 0);
+    return !items.empty() && items.begin()->first == nextNumber && isReady(items.begin()->second);
+}
+
+PrintQueue::Items PrintQueue::takeBatch()
+{
+    Items batch;
+    while (advanceToPrintable()) {
+        // Nodes are moved, so nothing is allocated or copied with the content mutex held.
+        batch.insert(batch.end(), items.extract(items.begin()));
+        passNumbers(1);
+        --needed;
+    }
+    return batch;
+}
+
+void PrintQueue::forgetAll()
+{
+    items.clear();
+    dropped.clear();
+    needed = 0;
+}
+
+void PrintQueue::print(const Items& batch)
+{
+    errno = 0;  // so that a reason given below is the output's own
+    for (const auto& [n, item] : batch) {
+        print(item);
+    }
+    if (!std::cout) {
+        throwOutputFailed(errno);
+    }
+}
+
+void PrintQueue::print(const Item& item)
+{
+    const LineState state = printFunction(item.hands);
+    const bool withStatistics = showStatistics && !item.statistics.empty();
+    const bool withRemarks = showRemarks && !item.remarks.empty();
+    if (withStatistics) {
+        std::cout << (state == LineOpen ? gap : "");
+        item.statistics.printShortly(std::cout);
+        std::cout << (state == BlockEnded ? "\n" : "");
+    }
+    if (withRemarks) {
+        const bool lineBegun = state == LineOpen || (state == NothingWritten && withStatistics);
+        std::cout << (lineBegun ? gap : "") << item.remarks << (state == BlockEnded ? "\n" : "");
+    }
+    // Behind a block this leaves the empty line that parts the deals.
+    if (state != NothingWritten || withStatistics || withRemarks) {
+        std::cout << '\n';
+    }
+    totals.add(item.statistics);
+}
+
+PrintQueue::Mutex::Mutex(int kind)
+{
+    pthread_mutexattr_t attributes;
+    pthread_mutexattr_init(&attributes);
+    pthread_mutexattr_settype(&attributes, kind);
+    pthread_mutex_init(&mutex, &attributes);
+    pthread_mutexattr_destroy(&attributes);
+}
+
+}  // namespace trikon

@@ -1,0 +1,120 @@
+// The queue that all workers share: it prints accepted deals in the order of their numbers.
+//
+// Workers take deal numbers in order but finish the deals out of order. A deal is printed once
+// every number before it is printed or rejected, so what is printed are the first accepted numbers,
+// however the threads ran. As soon as enough deals are certain, the answers tell the workers to
+// stop.
+//
+// Two mutexes. The content mutex guards the bookkeeping and is held for some nanoseconds; the
+// output mutex belongs to the one thread that prints, which holds no content mutex while it writes.
+// The output mutex is only ever tried, never waited for, so the two cannot lock each other out: who
+// finds it taken leaves his deal to the printing thread, which looks again before it leaves.
+#pragma once
+
+#include "app/counters.h"
+#include "app/deal_formats.h"
+#include "app/interval_set.h"
+#include "cards/hands.h"
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <mutex>
+#include <pthread.h>
+#include <string>
+
+namespace trikon {
+
+class PrintQueue {
+public:
+    using PrintFunction = std::function<LineState(const Hands&)>;
+
+    /// An accepted deal. It is ready to be printed once its hands hold cards.
+    struct Item {
+        Hands hands;
+        NamedCounters statistics;
+        std::string remarks;
+    };
+
+    /// Says how many deals to print, and how; before any worker runs.
+    void configure(std::uint32_t deals, PrintFunction function, bool statisticsShown,
+                   bool remarksShown);
+
+    /// Whether deal `n` can still be among those printed.
+    bool nr_is_needed(unsigned long n) const;
+    /// The statistics of all deals printed, shown or not; for when no worker runs any more.
+    const NamedCounters& totalStatistics() const { return totals; }
+
+    // A worker reports each of its numbers once, by `drop`, or by `accept` and then `setDetails`.
+    // The answers say whether it shall go on. `drop` and `setDetails` print what has become
+    // printable, and throw what printing throws; all workers are then told to stop.
+
+    /// Deal `n` passed the filter.
+    bool accept(unsigned long n);
+    /// Deal `n` was rejected.
+    bool drop(unsigned long n);
+    /// Delivers what is to be printed for deal `n`; takes statistics and remarks, leaving them
+    /// empty.
+    ///
+    /// Takes nothing when the deal is needed no more.
+    bool setDetails(unsigned long n, const Hands& hands, NamedCounters& statistics,
+                    std::string& remarks);
+
+    /// Forgets all deals not yet being printed and tells every worker to stop.
+    void terminateWork();
+    /// Prints what is printable; for when no worker runs any more.
+    void printAll();
+
+private:
+    static constexpr int cacheLine = 64;
+    // A POSIX mutex that the standard lock guards can hold.
+    class Mutex {
+    public:
+        explicit Mutex(int kind);
+        ~Mutex() { pthread_mutex_destroy(&mutex); }
+        Mutex(const Mutex&) = delete;
+        Mutex& operator=(const Mutex&) = delete;
+
+        void lock() { pthread_mutex_lock(&mutex); }
+        void unlock() { pthread_mutex_unlock(&mutex); }
+        bool try_lock() { return pthread_mutex_trylock(&mutex) == 0; }
+
+    private:
+        pthread_mutex_t mutex;
+    };
+    using Lock = std::unique_lock<Mutex>;
+    using Items = std::map<unsigned long, Item>;
+
+    // These expect the content mutex; the first is handed it.
+    bool tryPrintAndUnlockContent(Lock content);
+    bool moreNeeded() const { return needed > items.size(); }
+    void passNumbers(unsigned long count);
+    // Passes the rejected numbers in front and answers whether the next deal is ready.
+    bool advanceToPrintable();
+    Items takeBatch();
+    void forgetAll();
+    // These expect the output mutex.
+    void print(const Items& batch);
+    void print(const Item& item);
+
+    // The content mutex guards what follows up to the output mutex. In the common case a rejected
+    // deal changes the mutex and the two fields behind it alone; they share a cache line with
+    // `needed`, so that it wanders between the processors and nothing else does.
+    alignas(cacheLine) mutable Mutex contentMutex{PTHREAD_MUTEX_ADAPTIVE_NP};
+    unsigned long nextNumber = 0;        // the number to be printed or skipped next
+    std::uint64_t droppedSoon = 0;       // bit k: the number `nextNumber` + k is rejected
+    std::uint32_t needed = 10;           // deals still to be printed, 0 to stop
+    alignas(cacheLine) Items items;      // accepted, not printed, at most `needed`
+    IntervalSet<unsigned long> dropped;  // rejected numbers that came too early for `droppedSoon`
+
+    // The output mutex guards the totals and standard output.
+    Mutex outputMutex{PTHREAD_MUTEX_DEFAULT};
+    NamedCounters totals;
+
+    // Written before any worker runs, only read afterwards.
+    PrintFunction printFunction;
+    bool showStatistics = true;
+    bool showRemarks = true;
+};
+
+}  // namespace trikon
