@@ -1,14 +1,12 @@
 // The bookkeeping of deal numbers, and the printing step.
 #include "app/print_queue.h"
 
-#include "cards/translation.h"
+#include "app/output.h"
 
 #include <bit>
 #include <cerrno>
-#include <cstring>
 #include <iostream>
 #include <iterator>
-#include <stdexcept>
 #include <utility>
 
 namespace trikon {
@@ -19,13 +17,6 @@ constexpr const char* gap = "   ";
 constexpr unsigned long windowSize = 64;  // bits of the rejected numbers close by
 
 bool isReady(const PrintQueue::Item& item) { return !item.hands.allCards().empty(); }
-
-[[noreturn]] void throwOutputFailed(int error)
-{
-    throw std::runtime_error(
-        error == 0 ? translate("Can't write to standard output.")
-                   : translate("Can't write to standard output: %1%.", {std::strerror(error)}));
-}
 
 }  // namespace
 
@@ -167,9 +158,7 @@ void PrintQueue::print(const Items& batch)
     for (const auto& [n, item] : batch) {
         print(item);
     }
-    if (!std::cout) {
-        throwOutputFailed(errno);
-    }
+    ensureOutputIsWritten();
 }
 
 void PrintQueue::print(const Item& item)

@@ -178,6 +178,10 @@ void CardsConfiguration::readDealHand(const std::string& text, const CardsConfig
 
 CardsConfiguration readWholeHand(const std::string& text)
 {
+    // The readers below take a zero byte, which a script's text may hold, for the end of a word.
+    if (const std::size_t zero = text.find('\0'); zero != std::string::npos) {
+        throw unexpected_character(text.c_str(), static_cast<int>(zero) + 1, '\0');
+    }
     std::istringstream in(text);
     CardsConfiguration hand;
     hand.readDealHand(in, CardsConfiguration(), true, false, true);

@@ -102,6 +102,8 @@ TEST(HandReaders, TextBehindAWholeHandIsNamed)
     EXPECT_EQ(errorOf([] { readWholeHand("AK.Q.J.2 and more"); }),
               "Error in \"AK.Q.J.2 and more\" at position 10: \"and more\" is left over after the "
               "hand.");
+    EXPECT_EQ(errorOf([] { readWholeHand(std::string("SAK\0Q", 5)); }),
+              "Error in \"SAK\" at position 4: unexpected character");
 }
 
 }  // namespace

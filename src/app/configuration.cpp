@@ -1,0 +1,188 @@
+// The command line: what the options are, and how they are read into the configuration.
+//
+// The library takes an unknown option for a script file when unlabelled values are allowed, and
+// takes
+// "-1" for a count of four thousand million. Both are made errors here, by the means the library
+// offers: a constraint on script names and a value type of our own.
+#include "app/configuration.h"
+
+#include "cards/translation.h"
+
+#include <tclap/CmdLine.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <iostream>
+#include <limits>
+#include <string_view>
+#include <thread>
+
+namespace trikon {
+
+namespace {
+
+constexpr const char* programVersion = "16.10.0";
+constexpr const char* noFixedCards = "...";
+
+// A count that is read from digits alone; the stream's own reader would let "-1" wrap round.
+struct DealsCount {
+    using ValueCategory = TCLAP::ValueLike;
+    std::uint32_t value = 0;
+};
+
+std::istream& operator>>(std::istream& in, DealsCount& count)
+{
+    std::string digits;
+    in >> digits;
+    const bool isNumber = !digits.empty() && digits.size() <= 10 &&
+                          std::ranges::all_of(digits, [](char c) { return c >= '0' && c <= '9'; });
+    const unsigned long long value = isNumber ? std::stoull(digits) : 0;
+    if (!isNumber || value > std::numeric_limits<std::uint32_t>::max()) {
+        in.setstate(std::ios::failbit);
+        return in;
+    }
+    count.value = static_cast<std::uint32_t>(value);
+    return in;
+}
+
+class ScriptNameConstraint : public TCLAP::Constraint<std::string> {
+public:
+    std::string description() const override
+    {
+        return translate("no such option, and a file name must not begin with \"-\"");
+    }
+    std::string shortID() const override { return translate("file name"); }
+    bool check(const std::string& name) const override { return name.empty() || name[0] != '-'; }
+};
+
+// The options as the library knows them. Each needs a help text of its own: the library compares
+// arguments by it.
+struct Options {
+    TCLAP::CmdLine commandLine{
+        translate("Deals random bridge hands that Lua scripts choose, and counts what they do."),
+        ' ', programVersion};
+    TCLAP::ValueArg<int> jobs{
+        "j",
+        "jobs",
+        translate("Number of threads to use (by default equals to number of available CPU cores). "
+                  "If argument is non-positive, it will be increased by number of available CPU "
+                  "cores (0 to use all cores, -1 to use all cores except one)."),
+        false,
+        0,
+        translate("number of threads"),
+        commandLine};
+    TCLAP::ValueArg<DealsCount> num{
+        "n",        "num",          translate("Number of hands to deal (10 by default)."),
+        false,      DealsCount{10}, translate("number of hands"),
+        commandLine};
+    TCLAP::ValueArg<std::string> north{
+        "N",     "north",    translate("Fixed cards in NORTH hand."), false, noFixedCards,
+        "cards", commandLine};
+    TCLAP::ValueArg<std::string> east{
+        "E",     "east",     translate("Fixed cards in EAST hand."), false, noFixedCards,
+        "cards", commandLine};
+    TCLAP::ValueArg<std::string> south{
+        "S",     "south",    translate("Fixed cards in SOUTH hand."), false, noFixedCards,
+        "cards", commandLine};
+    TCLAP::ValueArg<std::string> west{
+        "W",     "west",     translate("Fixed cards in WEST hand."), false, noFixedCards,
+        "cards", commandLine};
+    std::vector<std::string> formatNames{"none", "NESW", "short", "full", "PBN"};
+    TCLAP::ValuesConstraint<std::string> formatConstraint{formatNames};
+    TCLAP::ValueArg<std::string> format{
+        "f",
+        "format",
+        translate("Output format, one of: none (don't print), NESW, short (used by default), full, "
+                  "PBN."),
+        false,
+        "short",
+        &formatConstraint,
+        commandLine};
+    TCLAP::SwitchArg noStatistics{
+        "s", "nostats", translate("Don't print statistics for individual deals."), commandLine};
+    TCLAP::SwitchArg noRemarks{
+        "r", "noremarks", translate("Don't print remarks provided by calls of remark function."),
+        commandLine};
+    ScriptNameConstraint scriptNameConstraint;
+    TCLAP::UnlabeledMultiArg<std::string> scriptFileNames{
+        "scriptFileNames", translate("Files with lua scripts."), false, &scriptNameConstraint,
+        commandLine};
+};
+
+// "-fPBN", "--jobs=3" and "-xyz": the library would look for switches among the letters behind the
+// dash, and might find -h.
+bool isNoOption(std::string_view argument)
+{
+    if (argument.starts_with("--")) {
+        return argument.find('=') != std::string_view::npos;
+    }
+    return argument.size() > 2 && argument[0] == '-' &&
+           argument.find_first_not_of("srh", 1) != std::string_view::npos;
+}
+
+bool takesValue(const Options& options, const std::string& argument)
+{
+    const TCLAP::Arg* const withValue[] = {&options.jobs,  &options.num,   &options.north,
+                                           &options.east,  &options.south, &options.west,
+                                           &options.format};
+    return std::ranges::any_of(
+        withValue, [&](const TCLAP::Arg* option) { return option->argMatches(argument); });
+}
+
+// Ends the process by the library's own error path at the first argument that is no option.
+void rejectOddOptions(Options& options, int argc, const char* const* argv)
+{
+    for (int i = 1; i < argc; ++i) {
+        const std::string argument = argv[i];
+        if (takesValue(options, argument)) {
+            ++i;  // the value may look like anything
+        } else if (isNoOption(argument)) {
+            TCLAP::CmdLineParseException error(
+                translate("no such option; a blank stands between an option and its value"),
+                argument);
+            try {
+                options.commandLine.getOutput()->failure(options.commandLine, error);
+            } catch (const TCLAP::ExitException& exit) {
+                std::exit(exit.getExitStatus());
+            }
+        }
+    }
+}
+
+}  // namespace
+
+void Configuration::set_threads_count(int n)
+{
+    if (n < 1) {
+        const unsigned cores = std::max(1U, std::thread::hardware_concurrency());
+        n = std::max(1, n + static_cast<int>(cores));
+    }
+    threadsCount = n;
+}
+
+bool Configuration::process_cmdl(int argc, const char* const* argv)
+{
+    try {
+        Options options;
+        rejectOddOptions(options, argc, argv);
+        options.commandLine.parse(argc, argv);
+        set_threads_count(options.jobs.getValue());
+        handsCount = options.num.getValue().value;
+        scriptFileNames = options.scriptFileNames.getValue();
+        fixedHands =
+            Hands(readWholeHand(options.north.getValue()), readWholeHand(options.east.getValue()),
+                  readWholeHand(options.south.getValue()), readWholeHand(options.west.getValue()));
+        fixedHands.ensureIsValid();
+        printFunction = str_to_print_f(options.format.getValue());
+        showStatistics = !options.noStatistics.getValue();
+        showRemarks = !options.noRemarks.getValue();
+        return true;
+    } catch (const TCLAP::ArgException& error) {
+        std::cerr << "error: " << error.error() << " for arg " << error.argId() << std::endl;
+    } catch (const std::exception& error) {
+        std::cerr << "error: " << error.what() << std::endl;
+    }
+    return false;
+}
+
+}  // namespace trikon

@@ -1,0 +1,49 @@
+// All settings of a run: the command line first, then the script's `conf`, key by key.
+//
+// Filled once before any deal is made and only read afterwards, by all workers.
+#pragma once
+
+#include "app/deal_formats.h"
+#include "cards/hands.h"
+#include "cards/players_and_trumps.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+struct lua_State;
+
+namespace trikon {
+
+class Configuration {
+public:
+    std::int32_t threadsCount = 1;
+    /// How many deals to print.
+    std::uint32_t handsCount = 10;
+    bool showStatistics = true;
+    bool showRemarks = true;
+    std::vector<std::string> scriptFileNames;
+    /// The cards that every deal gives to each hand.
+    Hands fixedHands;
+    PrintFormat printFunction = nullptr;
+
+    /// A count of `n` below 1 is taken from the number of processor cores: 0 all, -1 all but one.
+    void set_threads_count(int n);
+
+    /// Reads the command line; false when it is wrong, after saying so on standard error.
+    ///
+    /// What the command-line library itself finds wrong, and --help and --version, end the process.
+    bool process_cmdl(int argc, const char* const* argv);
+
+    /// Applies the global `conf` of a script, a table or a function that returns one.
+    ///
+    /// Throws std::runtime_error, or parser_error for a hand. The Lua stack is left as it was.
+    void load_from_lua_conf(lua_State* state);
+
+    /// Reads the hand `key` of the table at `table` into `player`'s fixed cards; false if it is
+    /// nil.
+    bool load_hand_from_lua_table(lua_State* state, PlayerNumber player, const char* key,
+                                  int table);
+};
+
+}  // namespace trikon

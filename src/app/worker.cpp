@@ -1,0 +1,143 @@
+// The road of a deal through one worker.
+#include "app/worker.h"
+
+#include "cards/translation.h"
+#include "lua/card_set.h"
+#include "lua/lua_error.h"
+
+#include <new>
+#include <stdexcept>
+
+namespace trikon {
+
+Worker::Worker(const Configuration& configuration, RandomSource::Configuration& fixedCards,
+               std::atomic<unsigned long>& dealNumber, PrintQueue& printQueue, unsigned long seed)
+    : state(luaL_newstate()),
+      randomSource(fixedCards, seed),
+      dealNumber(dealNumber),
+      printQueue(printQueue)
+{
+    if (state == nullptr) {
+        throw std::bad_alloc();
+    }
+    configure(configuration);
+}
+
+void Worker::configure(const Configuration& configuration)
+{
+    if (!configuration.scriptFileNames.empty()) {
+        luaL_openlibs(luaState());
+        luaopen_CardSet(luaState());
+        luaopen_Worker();
+        for (const std::string& fileName : configuration.scriptFileNames) {
+            runScript(fileName);
+        }
+    }
+    createHands();
+}
+
+void Worker::runScript(const std::string& fileName)
+{
+    if (luaL_loadfile(luaState(), fileName.c_str()) != LUA_OK ||
+        lua_pcall(luaState(), 0, 0, 0) != LUA_OK) {
+        throw std::runtime_error(translate("Error while executing script from file \"%1%\":\n%2%",
+                                           {fileName, errorText(luaState())}));
+    }
+}
+
+void Worker::createHands()
+{
+    static constexpr const char* names[playersCount] = {"N", "E", "S", "W"};
+    lua_State* const L = luaState();
+    lua_pushglobaltable(L);
+    for (int player = North; player <= West; ++player) {
+        hands[player] = pushCardSet(L, CardsConfiguration());
+        // A script may give the global another value; the registry keeps the hand alive all the
+        // same.
+        lua_pushvalue(L, -1);
+        luaL_ref(L, LUA_REGISTRYINDEX);
+        lua_pushstring(L, names[player]);
+        lua_insert(L, -2);
+        lua_rawset(L, -3);
+    }
+    lua_settop(L, 0);
+}
+
+void Worker::operator()()
+{
+    try {
+        while (dealOnce()) {
+        }
+    } catch (...) {
+        printQueue.terminateWork();
+        throw;
+    }
+}
+
+bool Worker::dealOnce()
+{
+    const unsigned long number = dealNumber.fetch_add(1, std::memory_order_relaxed);
+    dealHands();
+    if (!filter()) {
+        return printQueue.drop(number);
+    }
+    if (!printQueue.accept(number)) {
+        return false;
+    }
+    stats();
+    return printQueue.setDetails(
+        number, Hands(*hands[North], *hands[East], *hands[South], *hands[West]), counters, remarks);
+}
+
+void Worker::dealHands()
+{
+    // A filter may have counted and remarked on a deal that was then dropped.
+    counters.clear();
+    remarks.clear();
+    randomSource.deal(*hands[North], *hands[East], *hands[South], *hands[West]);
+}
+
+bool Worker::filter()
+{
+    lua_State* const L = luaState();
+    lua_settop(L, 0);
+    if (!pushScriptFunction("filter")) {
+        return true;
+    }
+    if (lua_pcall(L, 0, 1, 0) != LUA_OK) {
+        throw_lua_exception();
+    }
+    if (lua_isboolean(L, -1)) {
+        return lua_toboolean(L, -1) != 0;
+    }
+    int isNumber = 0;
+    const double probability = lua_tonumberx(L, -1, &isNumber);
+    return isNumber != 0 && probability > unitDraw(randomSource.engine());
+}
+
+void Worker::stats() const
+{
+    lua_State* const L = luaState();
+    lua_settop(L, 0);
+    if (pushScriptFunction("stats") && lua_pcall(L, 0, 0, 0) != LUA_OK) {
+        throw_lua_exception();
+    }
+}
+
+bool Worker::pushScriptFunction(const char* name) const
+{
+    // Read without metamethods: an error of one would end the process, for no call protects it.
+    lua_State* const L = luaState();
+    lua_pushglobaltable(L);
+    lua_pushstring(L, name);
+    lua_rawget(L, -2);
+    return lua_isfunction(L, -1);
+}
+
+void Worker::throw_lua_exception() const
+{
+    printQueue.terminateWork();
+    velka::throw_exception_from_lua<std::runtime_error>(luaState());
+}
+
+}  // namespace trikon

@@ -1,0 +1,80 @@
+// One thread's pipeline: deal, ask the script's filter, let its stats look, hand the deal on.
+//
+// A worker owns its Lua state, its random engine and the statistics and remarks of the deal in
+// hand. It shares the counter of deal numbers and the print queue with the other workers, and
+// nothing else.
+#pragma once
+
+#include "app/configuration.h"
+#include "app/counters.h"
+#include "app/print_queue.h"
+#include "cards/hands.h"
+#include "dealer/random_source.h"
+
+#include <lua.hpp>
+
+#include <atomic>
+#include <memory>
+#include <string>
+
+namespace trikon {
+
+class Worker {
+public:
+    /// Loads the scripts of the configuration into a Lua state of its own.
+    ///
+    /// Throws std::runtime_error with Lua's message when a script cannot be loaded or run.
+    /// `dealNumber` gives out the numbers of the deals; `seed` starts the random engine.
+    Worker(const Configuration& configuration, RandomSource::Configuration& fixedCards,
+           std::atomic<unsigned long>& dealNumber, PrintQueue& printQueue, unsigned long seed);
+    Worker(const Worker&) = delete;
+    Worker& operator=(const Worker&) = delete;
+
+    /// Deals until the print queue needs no more deals.
+    ///
+    /// Throws what the script or the output throws, after telling the print queue to stop all
+    /// workers.
+    void operator()();
+
+    lua_State* luaState() const { return state.get(); }
+
+    /// Adds `value` to the current deal's counter of that name.
+    void count(const std::string& name, double value);
+    /// Adds the text arguments of a script's call to the remarks of the current deal, on a new
+    /// line.
+    ///
+    /// The arguments are Lua strings at 1 to the top; `separate` puts a blank between them.
+    void add_remark(lua_State* callingState, bool separate);
+
+private:
+    struct CloseState {
+        void operator()(lua_State* opened) const { lua_close(opened); }
+    };
+
+    void configure(const Configuration& configuration);
+    void runScript(const std::string& fileName);
+    void createHands();
+    // Registers the script functions that need the worker.
+    void luaopen_Worker();
+    void luaAddFunctionUsingWorker(lua_CFunction function, const char* name);
+
+    // Deals once and reports the deal; false when no more deals are needed.
+    bool dealOnce();
+    void dealHands();
+    bool filter();
+    void stats() const;
+    bool pushScriptFunction(const char* name) const;
+    [[noreturn]] void throw_lua_exception() const;
+
+    std::unique_ptr<lua_State, CloseState> state;
+    RandomSource randomSource;
+    std::atomic<unsigned long>& dealNumber;
+    PrintQueue& printQueue;
+    // The hands that the script sees as N, E, S, W; they live in the Lua state, kept by its
+    // registry.
+    CardsConfiguration* hands[playersCount] = {};
+    NamedCounters counters;
+    std::string remarks;
+};
+
+}  // namespace trikon
