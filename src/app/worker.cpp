@@ -48,19 +48,19 @@ void Worker::runScript(const std::string& fileName)
 void Worker::createHands()
 {
     static constexpr const char* names[playersCount] = {"N", "E", "S", "W"};
-    lua_State* const L = luaState();
-    lua_pushglobaltable(L);
+    lua_State* const lua = luaState();
+    lua_pushglobaltable(lua);
     for (int player = North; player <= West; ++player) {
-        hands[player] = pushCardSet(L, CardsConfiguration());
+        hands[player] = pushCardSet(lua, CardsConfiguration());
         // A script may give the global another value; the registry keeps the hand alive all the
         // same.
-        lua_pushvalue(L, -1);
-        luaL_ref(L, LUA_REGISTRYINDEX);
-        lua_pushstring(L, names[player]);
-        lua_insert(L, -2);
-        lua_rawset(L, -3);
+        lua_pushvalue(lua, -1);
+        luaL_ref(lua, LUA_REGISTRYINDEX);
+        lua_pushstring(lua, names[player]);
+        lua_insert(lua, -2);
+        lua_rawset(lua, -3);
     }
-    lua_settop(L, 0);
+    lua_settop(lua, 0);
 }
 
 void Worker::operator()()
@@ -99,27 +99,27 @@ void Worker::dealHands()
 
 bool Worker::filter()
 {
-    lua_State* const L = luaState();
-    lua_settop(L, 0);
+    lua_State* const lua = luaState();
+    lua_settop(lua, 0);
     if (!pushScriptFunction("filter")) {
         return true;
     }
-    if (lua_pcall(L, 0, 1, 0) != LUA_OK) {
+    if (lua_pcall(lua, 0, 1, 0) != LUA_OK) {
         throw_lua_exception();
     }
-    if (lua_isboolean(L, -1)) {
-        return lua_toboolean(L, -1) != 0;
+    if (lua_isboolean(lua, -1)) {
+        return lua_toboolean(lua, -1) != 0;
     }
     int isNumber = 0;
-    const double probability = lua_tonumberx(L, -1, &isNumber);
+    const double probability = lua_tonumberx(lua, -1, &isNumber);
     return isNumber != 0 && probability > unitDraw(randomSource.engine());
 }
 
 void Worker::stats() const
 {
-    lua_State* const L = luaState();
-    lua_settop(L, 0);
-    if (pushScriptFunction("stats") && lua_pcall(L, 0, 0, 0) != LUA_OK) {
+    lua_State* const lua = luaState();
+    lua_settop(lua, 0);
+    if (pushScriptFunction("stats") && lua_pcall(lua, 0, 0, 0) != LUA_OK) {
         throw_lua_exception();
     }
 }
@@ -127,11 +127,11 @@ void Worker::stats() const
 bool Worker::pushScriptFunction(const char* name) const
 {
     // Read without metamethods: an error of one would end the process, for no call protects it.
-    lua_State* const L = luaState();
-    lua_pushglobaltable(L);
-    lua_pushstring(L, name);
-    lua_rawget(L, -2);
-    return lua_isfunction(L, -1);
+    lua_State* const lua = luaState();
+    lua_pushglobaltable(lua);
+    lua_pushstring(lua, name);
+    lua_rawget(lua, -2);
+    return lua_isfunction(lua, -1);
 }
 
 void Worker::throw_lua_exception() const

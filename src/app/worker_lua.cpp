@@ -9,60 +9,61 @@ namespace trikon {
 
 namespace {
 
-Worker& workerOf(lua_State* L)
+Worker& workerOf(lua_State* state)
 {
-    return *static_cast<Worker*>(lua_touserdata(L, lua_upvalueindex(1)));
+    return *static_cast<Worker*>(lua_touserdata(state, lua_upvalueindex(1)));
 }
 
 // Replaces every argument by its text, as Lua's tostring gives it.
-void turnArgumentsIntoText(lua_State* L)
+void turnArgumentsIntoText(lua_State* state)
 {
-    for (int argument = lua_gettop(L); argument > 0; --argument) {
-        pushTextOf(L, argument);
-        lua_replace(L, argument);
+    for (int argument = lua_gettop(state); argument > 0; --argument) {
+        pushTextOf(state, argument);
+        lua_replace(state, argument);
     }
 }
 
 // A boolean counts as 1 or 0.
-double numberOf(lua_State* L, int argument)
+double numberOf(lua_State* state, int argument)
 {
-    return lua_isboolean(L, argument) ? lua_toboolean(L, argument) : lua_tonumber(L, argument);
+    return lua_isboolean(state, argument) ? lua_toboolean(state, argument)
+                                          : lua_tonumber(state, argument);
 }
 
 // count(name, value, ...); nil values are left out
-int count(lua_State* L)
+int count(lua_State* state)
 {
-    luaL_checkany(L, 1);
-    const int last = lua_gettop(L);
+    luaL_checkany(state, 1);
+    const int last = lua_gettop(state);
     for (int argument = 2; argument <= last; ++argument) {
-        if (!lua_isnil(L, argument) && !lua_isboolean(L, argument)) {
-            luaL_checknumber(L, argument);
+        if (!lua_isnil(state, argument) && !lua_isboolean(state, argument)) {
+            luaL_checknumber(state, argument);
         }
     }
-    const std::string_view name = pushTextOf(L, 1);
-    raiseWhatThrows(L, [L, name, last] {
+    const std::string_view name = pushTextOf(state, 1);
+    raiseWhatThrows(state, [state, name, last] {
         const std::string counterName(name);
         for (int argument = 2; argument <= last; ++argument) {
-            if (!lua_isnil(L, argument)) {
-                workerOf(L).count(counterName, numberOf(L, argument));
+            if (!lua_isnil(state, argument)) {
+                workerOf(state).count(counterName, numberOf(state, argument));
             }
         }
     });
     return 0;
 }
 
-int addRemark(lua_State* L, bool separate)
+int addRemark(lua_State* state, bool separate)
 {
-    turnArgumentsIntoText(L);
-    raiseWhatThrows(L, [L, separate] { workerOf(L).add_remark(L, separate); });
+    turnArgumentsIntoText(state);
+    raiseWhatThrows(state, [state, separate] { workerOf(state).add_remark(state, separate); });
     return 0;
 }
 
 // remark(value, ...)
-int remark(lua_State* L) { return addRemark(L, false); }
+int remark(lua_State* state) { return addRemark(state, false); }
 
 // note(value, ...): as remark, with blanks between the values
-int note(lua_State* L) { return addRemark(L, true); }
+int note(lua_State* state) { return addRemark(state, true); }
 
 }  // namespace
 

@@ -70,7 +70,7 @@ TEST(CardText, ABadHoldingIsReportedAtItsPlace)
         {"A\xc3\x84", 0, "Error in \"A\xc3\x84\" at position 2: unexpected character"},
     };
     for (const auto& [text, forbidden, message] : cases) {
-        EXPECT_EQ(errorOf([&] { strToSuit(text, forbidden); }), message);
+        EXPECT_EQ(errorOf([&text = text, &used = forbidden] { strToSuit(text, used); }), message);
     }
 }
 

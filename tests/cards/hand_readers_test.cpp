@@ -22,7 +22,7 @@ std::string readHand(const std::string& text, Switches switches, CardsConfigurat
 {
     std::istringstream in(text);
     CardsConfiguration read;
-    const std::string error = errorOf([&] {
+    std::string error = errorOf([&] {
         read.readDealHand(in, forbidden, switches.dots, switches.lineBounded, switches.prePost);
     });
     if (error != "no error") {
