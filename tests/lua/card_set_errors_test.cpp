@@ -1,4 +1,5 @@
 // What scripts are told when they use a card set wrongly, word for word.
+#include "cards/hands.h"
 #include "lua/card_set.h"
 #include "support/lua_state.h"
 
@@ -143,16 +144,15 @@ TEST_F(CardSetErrors, AThousandErrorsLeaveNothingBehind)
 #ifdef __SANITIZE_THREAD__
     // The thread sanitizer never takes off its stack the frames that a long jump skips, and has
     // room for some ten thousand. What leaks, the address sanitizer finds.
-    const std::string times = "100";
+    const int times = 100;
 #else
-    const std::string times = "1000";
+    const int times = 1000;
 #endif
     for (const Failures& failures : {argumentFailures, suitFailures, otherFailures}) {
         for (const auto& [script, message] : failures) {
-            const std::string repeated = "local function failing() return " + script +
-                                         " end\nlocal text for i = 1, " + times +
-                                         " do"
-                                         " text = select(2, pcall(failing)) end return text";
+            const std::string repeated = str_contat(
+                "local function failing() return ", script, " end\nlocal text for i = 1, ", times,
+                " do text = select(2, pcall(failing)) end return text");
             EXPECT_EQ(run(state.get(), repeated), message) << script;
         }
     }
