@@ -1,0 +1,174 @@
+// The single-suit tables: each rule against a slow reading of it, the play-out on known holdings.
+#include "solver/deal.h"
+
+#include "solver/suit_masks.h"
+#include "support/endings.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <memory>
+#include <string>
+
+namespace trikon {
+
+namespace {
+
+Hands randomDeal(std::mt19937_64& random)
+{
+    Hands hands;
+    std::uint64_t left = fullDeck;
+    for (int count = 0; count < cardsOfDeck; ++count) {
+        std::uint64_t card = 0;
+        do {
+            card = std::uint64_t{1} << (random() & 63);
+        } while ((left & card) == 0);
+        left ^= card;
+        hands[count & 3] |= card;
+    }
+    return hands;
+}
+
+// Who holds the cards of a suit, from the highest down: "NNEW".
+std::string owners(const Deal& deal, int suitNumber, unsigned suit)
+{
+    std::string text;
+    for (int rank = ranksOfSuit - 1; rank >= 0; --rank) {
+        const auto card = static_cast<std::uint16_t>(suit & (1u << rank));
+        if (card != 0) {
+            text += playerToChar(deal.holderOf(suitNumber, card));
+        }
+    }
+    return text;
+}
+
+}  // namespace
+
+TEST(Deal, ChainsNameTheOrderOfTheHolders)
+{
+    std::mt19937_64 random(5);
+    const auto deal = std::make_unique<Deal>();
+    for (int round = 0; round < 5; ++round) {
+        deal->setHands(randomDeal(random));
+        for (int suitNumber = 0; suitNumber < suitsCount; ++suitNumber) {
+            std::map<std::string, std::uint16_t> names;
+            for (unsigned suit = 0; suit < holdingsOfSuit; ++suit) {
+                const std::uint16_t name =
+                    deal->suitChain(suitNumber, static_cast<std::uint16_t>(suit));
+                const std::string order = owners(*deal, suitNumber, suit);
+                ASSERT_EQ(owners(*deal, suitNumber, name), order);
+                ASSERT_EQ(names.emplace(order, name).first->second, name) << order;
+            }
+        }
+    }
+}
+
+TEST(Deal, TopRoundsAreTheHighestCardsOfEachHand)
+{
+    std::mt19937_64 random(6);
+    const auto deal = std::make_unique<Deal>();
+    deal->setHands(randomDeal(random));
+    for (int suitNumber = 0; suitNumber < suitsCount; ++suitNumber) {
+        for (unsigned suit = 0; suit < holdingsOfSuit; ++suit) {
+            for (int rounds = 0; rounds < ranksOfSuit; ++rounds) {
+                unsigned cards = 0;
+                for (int player = 0; player < playersCount; ++player) {
+                    unsigned holding = suit & (*deal)[player].suit(suitNumber);
+                    for (int count = 0; count < rounds; ++count) {
+                        cards |= _highest_bit13[holding];
+                        holding &= ~unsigned{_highest_bit13[holding]};
+                    }
+                }
+                ASSERT_EQ(deal->topRounds(suitNumber, static_cast<std::uint16_t>(suit), rounds),
+                          cards);
+            }
+        }
+    }
+}
+
+TEST(Deal, CountsWhatASideCashesInOneSuit)
+{
+    struct Case {
+        const char* hands;  // spades only; North leads
+        int tricks;
+        PlayerNumber leader;
+        int partnersTricks;
+        const char* winners;  // the lowest rank that matters, nothing if none does
+    };
+    const Case cases[] = {
+        {"A... 2... 3... 4...", 1, North, 1, "A..."},
+        {"3... 2... A... 4...", 1, South, 1, "A..."},
+        {"3... A... 2... 4...", 0, North, 0, "..."},
+        {"... 2... A... 3...", 0, North, 1, "..."},
+        {"7... ... ... ...", 1, North, 0, "..."},
+        {"AKQ... 987... 432... JT6...", 3, North, 3, "Q..."},
+        {"AKQ... 987... 432... JT65...", 3, North, 3, "Q..."},
+        {"A2... 98... K3... 65...", 2, North, 2, "K..."},
+        {"Q... 98... AK... 65...", 2, South, 2, "K..."},   // an overtake
+        {"A... 98... KQ... 65...", 1, North, 1, "A..."},   // blocked
+        {"32... K4... AQ... 65...", 2, South, 1, "Q..."},  // a finesse over the left
+        {"32... 65... AQ... K4...", 1, South, 1, "A..."},
+        {"AQ... K4... 32... 65...", 1, North, 1, "A..."},
+        {"432... KQ5... AJT... 876...", 1, South, 1, "A..."},
+        {"AJ2... KT3... 987... Q54...", 1, North, 1, "A..."},
+        {"A... ... 2... ...", 1, North, 1, "A..."},  // which partner wins matters
+    };
+    const auto deal = std::make_unique<Deal>();
+    for (const Case& example : cases) {
+        deal->setHands(handsOf(example.hands));
+        const std::uint16_t suit = deal->allCards().suit(Spades);
+        const SuitTricks& record = deal->suitTricks(North, Spades, suit);
+        const SuitTricks& partners = deal->suitTricks(South, Spades, suit);
+        EXPECT_EQ(record.tricks, example.tricks) << example.hands;
+        EXPECT_EQ(record.extra, example.tricks) << example.hands;
+        EXPECT_EQ(record.leader, example.leader) << example.hands;
+        EXPECT_EQ(partners.tricks, example.partnersTricks) << example.hands;
+        EXPECT_EQ(record.leadScore, 256 * (example.tricks - example.partnersTricks));
+        EXPECT_EQ(record.winners, ranksFrom(readWholeHand(example.winners).suit(Spades)) & fullSuit)
+            << example.hands;
+    }
+}
+
+TEST(Deal, ASecondDealLeavesNothingOfTheFirst)
+{
+    std::mt19937_64 random(7);
+    const auto used = std::make_unique<Deal>();
+    used->setHands(randomDeal(random));
+    const Hands second = randomEnding(random, 5, EndingKind::twoSuits);
+    used->setHands(second);
+    const auto fresh = std::make_unique<Deal>();
+    fresh->setHands(second);
+    for (int suitNumber = 0; suitNumber < suitsCount; ++suitNumber) {
+        const std::uint16_t all = second.allCards().suit(suitNumber);
+        for (unsigned subset = 0; subset <= all; ++subset) {
+            const auto suit = static_cast<std::uint16_t>(subset & all);
+            ASSERT_EQ(used->suitChain(suitNumber, suit), fresh->suitChain(suitNumber, suit));
+            ASSERT_EQ(used->topRounds(suitNumber, suit, 12), suit);
+            for (int player = 0; player < playersCount; ++player) {
+                const SuitTricks& record = used->suitTricks(player, suitNumber, suit);
+                const SuitTricks& same = fresh->suitTricks(player, suitNumber, suit);
+                ASSERT_EQ(record.tricks, same.tricks);
+                ASSERT_EQ(record.winners, same.winners);
+                ASSERT_EQ(record.leader, same.leader);
+                ASSERT_EQ(record.leadScore, same.leadScore);
+            }
+        }
+    }
+}
+
+TEST(Deal, ClearsItsSidesAloneOrWithItsHands)
+{
+    const auto deal = std::make_unique<Deal>();
+    const Hands hands = handsOf("AK... ... .AK.. ...");
+    deal->setHands(hands);
+    EXPECT_EQ(deal->sideCards(South), hands[North] | hands[South]);
+    EXPECT_EQ(deal->sideCards(West + 1), hands[North] | hands[South]);
+    EXPECT_TRUE(deal->sideCards(West).empty());
+    deal->clearHelpers();
+    EXPECT_TRUE(deal->sideCards(North).empty());
+    EXPECT_EQ((*deal)[North], hands[North]);
+    deal->clear();
+    EXPECT_TRUE(deal->allCards().empty());
+}
+
+}  // namespace trikon

@@ -1,0 +1,67 @@
+// The widening and carrying over of relevance, against loops over single ranks.
+#include "solver/suit_masks.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace trikon {
+
+namespace {
+
+CardsConfiguration setOf(const char* text) { return readWholeHand(text); }
+
+}  // namespace
+
+TEST(SuitMasks, CoverReachesFromTheLowestCardThroughTheSpareBits)
+{
+    EXPECT_EQ(coverOf(setOf("Q.2..A")),
+              onlySuit(Spades, 0xfc00) | onlySuit(Hearts, 0xffff) | onlySuit(Clubs, 0xf000));
+    std::mt19937_64 random(1);
+    for (int round = 0; round < 1000; ++round) {
+        const CardsConfiguration cards = random() & random() & random() & fullDeck;
+        for (int suitNumber = 0; suitNumber < suitsCount; ++suitNumber) {
+            unsigned ranks = 0;
+            for (unsigned rank = 0; rank < 16; ++rank) {
+                const unsigned upToRank = (2u << rank) - 1;
+                ranks |= (cards.suit(suitNumber) & upToRank) != 0 ? 1u << rank : 0;
+            }
+            ASSERT_EQ(coverOf(cards).suit(suitNumber), ranks) << cards;
+            ASSERT_EQ(ranksFrom(cards.suit(suitNumber)), ranks) << cards;
+        }
+    }
+}
+
+TEST(SuitMasks, RanksAboveAVoidAreAll)
+{
+    EXPECT_EQ(ranksAbove(0), 0x1fff);
+    EXPECT_EQ(ranksAbove(setOf("...J43").suit(Clubs)), setOf("...AKQ").suit(Clubs));
+    EXPECT_EQ(ranksAbove(setOf("...A2").suit(Clubs)), 0);
+}
+
+TEST(SuitMasks, TransformMaskTakesAsManyTopCardsAsTwoSetsShare)
+{
+    struct Case {
+        const char *a, *b, *c, *result;
+    };
+    const Case cases[] = {
+        {"AKQ.A..32", "A3.K..32", "T98.Q.J.A54", "T...A5"},
+        {"AKQ...", "AKQJ...", "54...", "54..."},       // more than there are
+        {"AKQ.AKQ..", "JT9.J8..", "AKQ.AKQ..", "..."}  // nothing shared
+    };
+    for (const Case& example : cases) {
+        EXPECT_EQ(transformMask(setOf(example.a), setOf(example.b), setOf(example.c)),
+                  setOf(example.result))
+            << example.a;
+    }
+}
+
+TEST(SuitMasks, RelevanceCarriedOverKeepsTheGaps)
+{
+    // The raw bits above the ace are no cards.
+    const CardsConfiguration relevant = coverOf(setOf("Q..."));
+    EXPECT_EQ(transformRelevance(relevant, setOf("K9..."), setOf("J5...")), coverOf(setOf("J...")));
+    EXPECT_EQ(transformRelevance(relevant, setOf("AK..."), setOf("K4...")), coverOf(setOf("4...")));
+}
+
+}  // namespace trikon
