@@ -1,0 +1,152 @@
+// Equivalent cards as one move, and the fixed orders.
+#include "solver/move_generation.h"
+
+#include "support/endings.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace trikon {
+
+namespace {
+
+CardsConfiguration setOf(const char* text) { return readWholeHand(text); }
+
+// "C32" for a group: its suit and its cards from the highest down. The lowest one is to be played.
+std::string text(const MoveFast* begin, const MoveFast* end)
+{
+    std::string result;
+    for (const MoveFast* move = begin; move != end; ++move) {
+        EXPECT_EQ(move->card, lowestCard(move->equivalents));
+        CardsConfiguration group;
+        group.setSuit(move->suit, move->equivalents);
+        result = str_contat(result, result.empty() ? "" : " ", group.str_prefixed());
+    }
+    return result;
+}
+
+std::string groups(const char* cards, const char* separators)
+{
+    std::array<MoveFast, cardsOfHand> moves;
+    MoveFast* end = moves.data();
+    std::uint16_t suit = setOf(cards).suit(Spades);
+    generateMovesInOneSuit(Spades, end, suit, setOf(separators).suit(Spades));
+    EXPECT_EQ(suit, 0);
+    return text(moves.data(), end);
+}
+
+template <int position>
+std::string following(const char* handsText, Trump trump, PlayerNumber player, const Trick& trick)
+{
+    const auto deal = std::make_unique<Deal>();
+    deal->setHands(handsOf(handsText));
+    // The cards on the table have left play.
+    CardsConfiguration inPlay = deal->allCards();
+    inPlay.remove({trick.winningSuit, trick.winningCard});
+    const Situation situation(inPlay, *deal);
+    std::array<MoveFast, cardsOfHand> moves;
+    const MoveFast* end = trump == NoTrump ? InTrickMovesGenNonVoid<position, NoTrump>::g(
+                                                 moves.data(), situation, *deal, player, trick)
+                                           : InTrickMovesGenNonVoid<position, Hearts>::g(
+                                                 moves.data(), situation, *deal, player, trick);
+    return text(moves.data(), end);
+}
+
+std::uint16_t card(const char* rank) { return setOf(rank).suit(Spades); }
+
+}  // namespace
+
+TEST(MoveGeneration, CardsWithNothingBetweenThemAreOneMove)
+{
+    EXPECT_EQ(groups("AKQ...", "..."), "SAKQ");
+    EXPECT_EQ(groups("KJ...", "Q..."), "SJ SK");
+    EXPECT_EQ(groups("KJ...", "A..."), "SKJ");  // the queen has gone
+    EXPECT_EQ(groups("AQ98642...", "K7..."), "S642 SQ98 SA");
+    EXPECT_EQ(groups("...", "AK..."), "");
+}
+
+TEST(MoveGeneration, AVoidPlayerTriesTheLowestOfEachSuitFirst)
+{
+    std::array<MoveFast, cardsOfHand> moves;
+    MoveFast* end = moves.data();
+    CardsConfiguration hand = setOf("AQ.432.K5.");
+    const CardsConfiguration separators = setOf("K.AT.98.");
+    generateVoid(end, hand, separators, Diamonds, Spades, Hearts);
+    EXPECT_EQ(text(moves.data(), end), "D5 SQ H432 DK SA");
+    EXPECT_TRUE(hand.empty());
+
+    end = moves.data();
+    generateVoid(end, hand, separators, Diamonds, Spades, Hearts);
+    EXPECT_EQ(end, moves.data());
+
+    end = moves.data();
+    hand = setOf("AQ.432.K5.J");
+    generateVoidOptimal(end, hand, separators, Diamonds, Spades, Hearts, 1, 7, 3);
+    EXPECT_EQ(text(moves.data(), end), "SQ H432 D5 SA DK");
+    EXPECT_EQ(hand, setOf("...J"));  // not one of the three suits
+
+    end = moves.data();
+    hand = setOf("A.4.K.");
+    generateVoidOptimal(end, hand, separators, Diamonds, Spades, Hearts, 2, 2, 2);
+    EXPECT_EQ(text(moves.data(), end), "DK SA H4");
+}
+
+TEST(MoveGeneration, TheFourthHandFollowsAsCheaplyAsItWins)
+{
+    const Trick jack(Spades, card("J..."));
+    struct Case {
+        const char* hands;  // South plays last
+        const char* moves;
+    };
+    const Case cases[] = {
+        {"J... 9... AQ32... 8...", "S32 SAQ"},
+        {"J4... 9... QT2... 8...",
+         "S2 ST SQ"},  // the partner's jack keeps the queen and the ten apart
+        {"9... J... AQ32... 8...", "SAQ S32"},
+        {"9... J... AQT2... K...", "SQ S2 ST SA"},
+        {"9... J... T72... 8...", "S72 ST"},
+    };
+    for (const Case& example : cases) {
+        EXPECT_EQ(following<3>(example.hands, NoTrump, South, jack), example.moves)
+            << example.hands;
+    }
+    Trick ruffed(Spades, card("J..."));
+    ruffed.add(Hearts, Hearts, card("2..."));
+    EXPECT_EQ(following<3>("9... T... AQ32... 8...", Hearts, South, ruffed), "S32 SAQ");
+}
+
+TEST(MoveGeneration, EveryPositionTriesTheSameMoves)
+{
+    std::mt19937_64 random(3);
+    const auto sorted = [](const std::string& moves) {
+        std::string characters = moves + ' ';
+        std::sort(characters.begin(), characters.end());
+        return characters;
+    };
+    for (int round = 0; round < 50; ++round) {
+        const Hands hands = randomEnding(random, 5, EndingKind::twoSuits);
+        const std::string handsText =
+            str_contat(hands[North], ' ', hands[East], ' ', hands[South], ' ', hands[West]);
+        for (std::uint8_t suit = 0; suit < suitsCount; ++suit) {
+            const std::uint16_t led = lowestCard(hands[West].suit(suit));
+            if (led == 0 || hands[South].suit(suit) == 0) {
+                continue;
+            }
+            const Trick trick(suit, led);
+            const std::string last = following<3>(handsText.c_str(), NoTrump, South, trick);
+            for (const std::string& moves :
+                 {following<1>(handsText.c_str(), NoTrump, South, trick),
+                  following<2>(handsText.c_str(), NoTrump, South, trick)}) {
+                EXPECT_EQ(sorted(moves), sorted(last)) << handsText;
+            }
+        }
+    }
+}
+
+}  // namespace trikon
