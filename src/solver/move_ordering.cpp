@@ -1,0 +1,34 @@
+// The start-up fill of the strength tables.
+#include "solver/move_ordering.h"
+
+namespace trikon {
+
+std::int32_t strength_with_count[holdingsOfSuit];
+std::int32_t strength_oponent[holdingsOfSuit];
+
+namespace {
+
+constexpr int pointsPerCard = 5;
+constexpr int voidOpponentStrength = 500;
+
+// Whichever file is initialised first, the card tables that this reads are filled: every file that
+// includes them holds an initialiser of theirs above this one.
+bool fillStrengthTables()
+{
+    const __Inicializer__ cardTablesFirst;
+    strength_with_count[0] = 0;
+    strength_oponent[0] = voidOpponentStrength;
+    for (unsigned suit = 1; suit < holdingsOfSuit; ++suit) {
+        const unsigned high = _highest_bit13[suit];
+        const int rankIndex = _count_bits13[high - 1];
+        strength_with_count[suit] = rankIndex + pointsPerCard + strength_with_count[suit ^ high];
+        strength_oponent[suit] = strength_with_count[suit];
+    }
+    return true;
+}
+
+const bool filled = fillStrengthTables();
+
+}  // namespace
+
+}  // namespace trikon

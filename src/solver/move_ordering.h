@@ -1,0 +1,63 @@
+// Which suit to try first. The order decides how fast an answer is found, never which one.
+//
+// A holding is worth its ranks and five points a card. It is a good suit to lead where one's own
+// side outweighs the opponent who plays after each of its hands; a void opponent, who may ruff or
+// discard, counts as very strong.
+#pragma once
+
+#include "cards/bit_tables.h"
+#include "cards/situation.h"
+#include "solver/deal.h"
+#include "solver/trick.h"
+
+#include <cstdint>
+
+namespace trikon {
+
+/// The sum of (rank index + 5) over the cards of the holding; 0 for a void.
+extern std::int32_t strength_with_count[holdingsOfSuit];
+
+/// The same for an opponent's holding; 500 for a void.
+extern std::int32_t strength_oponent[holdingsOfSuit];
+
+/// How promising it is for `player` to lead the suit; the tables' `leadScore` included.
+int leadWeight(const Situation& situation, const Deal& deal, PlayerNumber player, int suitNumber);
+
+/// How early the moves of one suit come when `player` cannot follow the led suit.
+///
+/// The longest suit can spare a card. Ruffs come first while the partner is not sure to win.
+template <int trump>
+int voidWeight(const Situation& situation, const Deal& deal, PlayerNumber player,
+               const Trick& trick, int suitNumber);
+
+// --- inline definitions ---
+
+inline int leadWeight(const Situation& situation, const Deal& deal, PlayerNumber player,
+                      int suitNumber)
+{
+    const unsigned inPlay = situation.cards.suit(suitNumber);
+    const auto held = [&](int place) {
+        return inPlay & deal[(player + place) & 3].suit(suitNumber);
+    };
+    const SuitTricks& record =
+        deal.suitTricks(player, suitNumber, static_cast<std::uint16_t>(inPlay));
+    return 5 * (strength_with_count[held(2)] - strength_oponent[held(3)]) +
+           4 * (strength_with_count[held(0)] - strength_oponent[held(1)]) + record.leadScore;
+}
+
+template <int trump>
+int voidWeight(const Situation& situation, const Deal& deal, PlayerNumber player,
+               const Trick& trick, int suitNumber)
+{
+    const CardsConfiguration mine = situation.cards & deal[player];
+    int weight = mine.countInSuit(suitNumber);
+    if (suitNumber == trump && weight != 0) {
+        const int led = situation.cards.suit(trick.ledSuit);
+        const int partners = led & deal[partner(player)].suit(trick.ledSuit);
+        const int toBeat = (led & deal[nextPlayer(player)].suit(trick.ledSuit)) | trick.winningCard;
+        weight += partners < toBeat ? 100 : 0;
+    }
+    return weight;
+}
+
+}  // namespace trikon
