@@ -1,0 +1,92 @@
+// What earlier searches have proved, for positions at the start of a trick.
+//
+// Results are kept under the hand on lead and the sixteen numbers of cards that the hands hold in
+// the suits. Under one such key lie bounds, each with the pattern of the top cards on which it
+// depends: it holds wherever the same hands hold these cards in the same order, whatever lies
+// below. What a bound says nothing about: the cards below its pattern, and other deals or trumps -
+// the table must be cleared when either changes.
+//
+// Patterns are written in the names that `Deal::suitChain` gives, so that positions with the same
+// hands in the same order are the same word.
+#pragma once
+
+#include "cards/situation.h"
+#include "solver/suit_masks.h"
+
+#include <boost/unordered_map.hpp>
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace trikon {
+
+inline std::size_t hash_value(TrickCountConfiguration counts)
+{
+    return boost::hash<std::uint64_t>()(counts);
+}
+
+class TranspositionTable {
+public:
+    /// Bounds on the tricks of the side on lead, wherever the top cards are those of `pattern`.
+    struct Entry {
+        CardsConfiguration pattern;
+        std::int8_t lower;
+        std::int8_t upper;
+    };
+
+    class Node;
+
+    /// The node of a position with `leader` on lead, made when there is none.
+    ///
+    /// The reference stays good while further nodes are made.
+    Node& node(PlayerNumber leader, TrickCountConfiguration counts)
+    {
+        return maps[static_cast<unsigned>(leader)][counts];
+    }
+
+    /// Forgets everything.
+    void clear();
+    /// Forgets the positions with at most `cards` cards in play.
+    void clear_most(std::int8_t cards);
+
+    std::size_t nodesCount() const;
+    std::size_t entriesCount() const;
+
+private:
+    // The search holds on to a node while it adds others, which a map that moves its values in
+    // memory would not allow.
+    std::array<boost::unordered_map<TrickCountConfiguration, Node>, playersCount> maps;
+};
+
+class TranspositionTable::Node {
+public:
+    /// The bound that decides whether `target` tricks can be taken, -1 when none does.
+    ///
+    /// Either a lower bound that reaches the target or an upper bound below it. The ranks on which
+    /// the deciding entry depends, as names, are added to `relevant`.
+    std::int8_t check(CardsConfiguration pattern, const Situation& situation, std::int8_t target,
+                      std::uint64_t& relevant);
+
+    /// Records that at least `bound` tricks can be taken where the `relevant` ranks agree.
+    ///
+    /// `pattern` is cut down to the relevant ranks on the way.
+    void update_lower_bound(CardsConfiguration& pattern, const Situation& situation,
+                            std::uint64_t relevant, std::int8_t bound);
+    /// Records that at most `bound` tricks can be taken where the `relevant` ranks agree.
+    ///
+    /// `pattern` is cut down to the relevant ranks on the way.
+    void update_upper_bound(CardsConfiguration& pattern, std::uint64_t relevant, std::int8_t bound);
+
+    const std::vector<Entry>& entries() const { return bounds; }
+
+    /// The lead that last reached its target here, in whatever deal of the ranks; no card if none.
+    OneCardInSuit bestMove{0, 0};
+
+private:
+    // Those added or asked for last are at the back, where the search for a match begins.
+    std::vector<Entry> bounds;
+};
+
+}  // namespace trikon

@@ -1,0 +1,151 @@
+// The rules by which bounds are matched, improved and widened.
+#include "solver/transposition_table.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace trikon {
+
+namespace {
+
+CardsConfiguration setOf(const char* text) { return readWholeHand(text); }
+
+// Only the number of cards matters to a node.
+Situation withTricksLeft(int tricks)
+{
+    Situation situation;
+    situation.cardsCount = 4 * tricks;
+    return situation;
+}
+
+class TableNode : public testing::Test {
+protected:
+    int check(const char* pattern, std::int8_t target)
+    {
+        relevant = 0;
+        return node.check(setOf(pattern), situation, target, relevant);
+    }
+    void lower(const char* pattern, const char* ranks, std::int8_t bound)
+    {
+        CardsConfiguration cards = setOf(pattern);
+        node.update_lower_bound(cards, situation, coverOf(setOf(ranks)), bound);
+        EXPECT_EQ(cards, setOf(pattern) & coverOf(setOf(ranks)));
+    }
+    void upper(const char* pattern, const char* ranks, std::int8_t bound)
+    {
+        CardsConfiguration cards = setOf(pattern);
+        node.update_upper_bound(cards, coverOf(setOf(ranks)), bound);
+        EXPECT_EQ(cards, setOf(pattern) & coverOf(setOf(ranks)));
+    }
+    std::string entries() const
+    {
+        std::string text;
+        for (const TranspositionTable::Entry& entry : node.entries()) {
+            text += str_contat(text.empty() ? "" : " ", entry.pattern, ':', int{entry.lower}, '-',
+                               int{entry.upper});
+        }
+        return text;
+    }
+
+    TranspositionTable::Node node;
+    Situation situation = withTricksLeft(7);
+    std::uint64_t relevant = 0;
+};
+
+}  // namespace
+
+TEST_F(TableNode, DecidesTargetsOutsideItsBounds)
+{
+    EXPECT_EQ(check("AKQ...", 3), -1);
+    lower("AK2...", "K...", 3);
+    upper("AK2...", "K...", 5);
+    EXPECT_EQ(entries(), "AK...:3-5");
+    EXPECT_EQ(check("AK9...", 3), 3);
+    EXPECT_EQ(check("AK9...", 6), 5);
+    EXPECT_EQ(relevant, coverOf(setOf("K...")));
+    EXPECT_EQ(check("AK9...", 4), -1);
+    EXPECT_EQ(check("AK9...", 5), -1);
+    EXPECT_EQ(relevant, 0u);
+}
+
+TEST_F(TableNode, MatchesOnTheRanksFromTheLowestRelevantCardUpward)
+{
+    lower("AQ4.A..", "Q...", 2);
+    EXPECT_EQ(check("AQ93.K.Q.J", 2), 2);
+    EXPECT_EQ(check("AKQ.A..", 2), -1);  // a card in the gap
+    EXPECT_EQ(check("A4.A..", 2), -1);
+    lower("AQ4.A..", "...", 1);  // no rank matters at all
+    EXPECT_EQ(check("J.T.9.8", 1), 1);
+}
+
+TEST_F(TableNode, NeverWeakensABound)
+{
+    lower("AK...", "K...", 3);
+    lower("AK...", "K...", 2);
+    upper("AK...", "K...", 5);
+    upper("AK...", "K...", 6);
+    EXPECT_EQ(entries(), "AK...:3-5");
+    lower("AK...", "K...", 4);
+    EXPECT_EQ(entries(), "AK...:4-5");
+}
+
+TEST_F(TableNode, WidensAnEntryWhoseOtherBoundSaysNothing)
+{
+    lower("AKQ...", "Q...", 3);
+    lower("AKQ...", "A...", 4);
+    EXPECT_EQ(entries(), "A...:4-7");
+    node = {};
+    lower("AKQ...", "Q...", 3);
+    upper("AKQ...", "Q...", 5);
+    lower("AKQ...", "A...", 4);  // the upper bound still needs the queen
+    EXPECT_EQ(entries(), "AKQ...:4-5 A...:4-7");
+    node = {};
+    upper("AKQ...", "Q...", 5);
+    upper("AKQ...", "A...", 4);
+    EXPECT_EQ(entries(), "A...:0-4");
+    node = {};
+    upper("AKQ...", "Q...", 3);
+    upper("AKQ...", "A...", 4);  // says less than the narrow entry
+    EXPECT_EQ(entries(), "AKQ...:0-3 A...:0-4");
+    lower("AKQ...", "Q...", 2);
+    upper("AKQ...", "K...", 2);
+    EXPECT_EQ(entries(), "AKQ...:2-2 A...:0-4 AK...:0-2");
+}
+
+TEST_F(TableNode, MovesWhatDecidedOnePlaceTowardTheBack)
+{
+    lower("A...", "A...", 1);
+    lower(".A..", ".A..", 2);
+    lower("..A.", "..A.", 3);
+    EXPECT_EQ(check("A...", 1), 1);
+    EXPECT_EQ(entries(), ".A..:2-7 A...:1-7 ..A.:3-7");
+    EXPECT_EQ(check("A.A.A.", 1), 3);
+    EXPECT_EQ(entries(), ".A..:2-7 A...:1-7 ..A.:3-7");
+}
+
+TEST(TranspositionTable, ForgetsPositionsWithFewCards)
+{
+    const CardsConfiguration hands[] = {setOf("AKQ..."), setOf(".AKQ.."), setOf("..AKQ."),
+                                        setOf("...AKQ")};
+    const auto table = std::make_unique<TranspositionTable>();
+    const char* const positions[] = {"AKQ.AKQ.AKQ.AKQ", "AK.AK.AK.AK", "A.A.A.A"};
+    for (const char* const position : positions) {
+        for (const PlayerNumber leader : {North, East, South, West}) {
+            const TrickCountConfiguration counts(setOf(position), hands);
+            table->node(leader, counts).bestMove = {Spades, 1};
+        }
+    }
+    EXPECT_EQ(table->nodesCount(), 12u);
+    table->clear_most(4);
+    EXPECT_EQ(table->nodesCount(), 8u);
+    table->clear_most(8);
+    EXPECT_EQ(table->nodesCount(), 4u);
+    const TrickCountConfiguration whole(setOf(positions[0]), hands);
+    EXPECT_EQ(table->node(West, whole).bestMove.suit, Spades);
+    EXPECT_EQ(table->nodesCount(), 4u);
+    table->clear();
+    EXPECT_EQ(table->nodesCount(), 0u);
+}
+
+}  // namespace trikon
