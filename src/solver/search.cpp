@@ -1,0 +1,329 @@
+// The yes/no search: can the side of the player to move take `target` of the tricks left?
+//
+// The search plays the deal card by card, depth first. Every card belongs to one player, so the
+// question passes to the other side with each: with L tricks left, my side can take k exactly when
+// the other side cannot take L - k + 1, and r tricks of theirs are L - r of mine. The answer is a
+// count v. If v reaches the target, the side takes at least v tricks, otherwise at most v.
+//
+//     start of a trick -> second card -> third card -> fourth card -> start of the next trick
+//
+// Every answer names the ranks on which it stands, its relevance: in each suit nothing or all ranks
+// from some card upward. The promise is that the answer holds in every position with the same
+// trump, the same hand on lead and the same number of cards of each suit in each hand, in which the
+// cards in play of the relevant ranks belong to the same hands in the same order. It is what makes
+// remembered answers serve other positions, and it rules out moves that would fail for the same
+// reasons. Relevance is always in actual ranks here; only the table speaks in names
+// (`Deal::suitChain`).
+#include "solver/card_on_table.h"
+#include "solver/dd_solver.h"
+#include "solver/move_ordering.h"
+#include "solver/sure_tricks.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace trikon {
+
+namespace {
+
+// How much the suit that was best before at a node weighs in the ordering of leads.
+constexpr int rememberedSuitWeight = 250;
+
+// More tricks than there can be, for a minimum.
+constexpr int tricksOfDeal = 13;
+
+// Widens the relevance of a failed move. Only the lowest card of its group was tried; the others
+// fail alike as long as none of them is told from it.
+void coverWholeGroup(CardsConfiguration& relevant, const MoveFast& move)
+{
+    const std::uint16_t ranks = relevant.suit(move.suit);
+    if ((ranks & move.equivalents) != 0 && (ranks & move.card) == 0) {
+        relevant |= onlySuit(move.suit, ranksFrom(move.card));
+    }
+}
+
+// Brings the move that plays `card`, if there is one, to the front; the others keep their order.
+void moveToFront(MoveFast* begin, MoveFast* end, OneCardInSuit card)
+{
+    MoveFast* const found = std::find_if(begin, end, [&](const MoveFast& move) {
+        return move.suit == card.suit && (move.equivalents & card.card) != 0;
+    });
+    if (found != end) {
+        std::rotate(begin, found, found + 1);
+    }
+}
+
+}  // namespace
+
+// --- dispatch: the only place where trump and position are values of the run ---
+
+std::int8_t DDSolver::searchStartTrick(std::int8_t target, PlayerNumber player,
+                                       CardsConfiguration& relevant)
+{
+    switch (trump) {
+    case Clubs: return searchStartTrick<Clubs>(target, player, relevant);
+    case Diamonds: return searchStartTrick<Diamonds>(target, player, relevant);
+    case Hearts: return searchStartTrick<Hearts>(target, player, relevant);
+    case Spades: return searchStartTrick<Spades>(target, player, relevant);
+    default: return searchStartTrick<NoTrump>(target, player, relevant);
+    }
+}
+
+std::int8_t DDSolver::searchInTrick(int pos, std::int8_t target, PlayerNumber player,
+                                    CardsConfiguration& relevant, const Trick& trick)
+{
+    const auto tricksLeft = static_cast<std::int8_t>((situation.cardsCount + 3) / 4);
+    if (target <= 0) {
+        return 0;
+    }
+    if (target > tricksLeft) {
+        return tricksLeft;
+    }
+    switch (trump) {
+    case Clubs: return searchInTrick<Clubs>(pos, target, player, relevant, trick);
+    case Diamonds: return searchInTrick<Diamonds>(pos, target, player, relevant, trick);
+    case Hearts: return searchInTrick<Hearts>(pos, target, player, relevant, trick);
+    case Spades: return searchInTrick<Spades>(pos, target, player, relevant, trick);
+    default: return searchInTrick<NoTrump>(pos, target, player, relevant, trick);
+    }
+}
+
+template <int T>
+std::int8_t DDSolver::searchInTrick(int pos, std::int8_t target, PlayerNumber player,
+                                    CardsConfiguration& relevant, const Trick& trick)
+{
+    switch (pos) {
+    case 1: return searchInTrick<T, 1>(target, player, relevant, trick);
+    case 2: return searchInTrick<T, 2>(target, player, relevant, trick);
+    default: return searchInTrick<T, 3>(target, player, relevant, trick);
+    }
+}
+
+// --- the search ---
+
+template <int T>
+std::int8_t DDSolver::searchStartTrick(std::int8_t target, PlayerNumber player,
+                                       CardsConfiguration& relevant)
+{
+    static_assert(Clubs <= T && T <= NoTrump);
+
+    // Step 1. Answer what needs no play.
+    const auto tricksLeft = static_cast<std::int8_t>(situation.cardsCount / 4);
+    if (target <= 0) {
+        return 0;
+    }
+    if (target > tricksLeft) {
+        return tricksLeft;
+    }
+    ++nodes;
+    if (tricksLeft == 1) {
+        return searchLastTrick<T>(player, relevant) ? 1 : 0;
+    }
+
+    // Step 2. Cash what is sure.
+    QuickTricks<T> quickTricks;
+    const std::uint8_t sure = quickTricks(player, *deal, situation.cards, tricksLeft);
+    if (sure >= target) {
+        relevant |= coverOf(quickTricks.winners());
+        return static_cast<std::int8_t>(sure);
+    }
+
+    // Step 3. Ask the table. It answers in names, which are told here in the ranks of the moment.
+    const CardsConfiguration pattern = deal->pattern(situation.cards);
+    TranspositionTable::Node& node = table.node(player, situation.counts);
+    std::uint64_t cover = 0;
+    const std::int8_t known = node.check(pattern, situation, target, cover);
+    if (known >= 0) {
+        relevant |= transformRelevance(cover, pattern, situation.cards);
+        return known;
+    }
+
+    // Step 4. Order the leads by suit, step 5, within the suits; the best of before comes first.
+    std::array<MoveFast, cardsOfHand> leads;
+    MoveFast* const end = generateLeads(leads.data(), player, node.bestMove);
+    moveToFront(leads.data(), end, node.bestMove);
+
+    // Step 6. Try the leads until the other side falls short.
+    const auto othersTarget = static_cast<std::int8_t>(tricksLeft - target + 1);
+    const Tried tried = tryMoves<T, 0>(leads.data(), end, othersTarget, player, Trick());
+    const auto bound = static_cast<std::int8_t>(tricksLeft - tried.othersTricks);
+
+    // Step 7. Remember the answer and what brought it about.
+    const CardsConfiguration named = transformRelevance(tried.relevant, situation.cards, pattern);
+    CardsConfiguration stored = pattern;
+    if (tried.winner != nullptr) {
+        const MoveFast& lead = *tried.winner;
+        node.update_lower_bound(stored, situation, named, bound);
+        node.bestMove = {lead.suit, lead.card};
+        bestLeads[player][lead.suit][situation.cards.suit(lead.suit)] = lead.equivalents;
+    } else {
+        node.update_upper_bound(stored, named, bound);
+    }
+    relevant |= tried.relevant;
+    return bound;
+}
+
+template <int T, int pos>
+std::int8_t DDSolver::searchInTrick(std::int8_t target, PlayerNumber player,
+                                    CardsConfiguration& relevant, const Trick& trick)
+{
+    static_assert(Clubs <= T && T <= NoTrump);
+    static_assert(1 <= pos && pos <= 3);
+    ++nodes;
+
+    // Step 1. Generate the moves, the likely ones first.
+    std::array<MoveFast, cardsOfHand> moves;
+    MoveFast* const end = generateInTrick<T, pos>(moves.data(), player, trick);
+
+    // Step 2. Try them until the other side falls short.
+    const auto tricksLeft = static_cast<std::int8_t>((situation.cardsCount + 3) / 4);
+    const auto othersTarget = static_cast<std::int8_t>(tricksLeft - target + 1);
+    const Tried tried = tryMoves<T, pos>(moves.data(), end, othersTarget, player, trick);
+    relevant |= tried.relevant;
+    return static_cast<std::int8_t>(tricksLeft - tried.othersTricks);
+}
+
+// --- what both have in common ---
+
+// Plays the moves one by one and asks whether the other side then reaches its target.
+template <int T, int pos>
+DDSolver::Tried DDSolver::tryMoves(const MoveFast* begin, const MoveFast* end,
+                                   std::int8_t othersTarget, PlayerNumber player,
+                                   const Trick& trick)
+{
+    Tried failed{nullptr, tricksOfDeal, {}};
+    CardsConfiguration candidates = fullDeck;
+    for (const MoveFast* move = begin; move != end; ++move) {
+        if ((candidates.suit(move->suit) & move->equivalents) == 0) {
+            continue;
+        }
+        CardsConfiguration relevant;
+        std::int8_t others;
+        {
+            const CardOnTable played(situation, player, {move->suit, move->card});
+            others = searchNext<T, pos>(othersTarget, player, relevant, trick, *move);
+        }
+        if (others < othersTarget) {
+            return {move, others, relevant};
+        }
+        coverWholeGroup(relevant, *move);
+        // If the rank of the card did not matter, neither does that of any other card of the suit
+        // outside the relevance: they fail as this one does.
+        if ((relevant.suit(move->suit) & move->card) == 0) {
+            candidates &= relevant | ~onlySuit(move->suit, fullSuit);
+        }
+        failed.othersTricks = std::min(failed.othersTricks, others);
+        failed.relevant |= relevant;
+    }
+    return failed;
+}
+
+// The other side's result against `target` once the player at `pos` has played `move`.
+template <int T, int pos>
+std::int8_t DDSolver::searchNext(std::int8_t target, PlayerNumber player,
+                                 CardsConfiguration& relevant, Trick trick, const MoveFast& move)
+{
+    if constexpr (pos == 0) {
+        return searchInTrick<T, 1>(target, nextPlayer(player), relevant,
+                                   Trick(move.suit, move.card));
+    } else {
+        trick.add(static_cast<Trump>(T), move.suit, move.card);
+        if constexpr (pos < 3) {
+            return searchInTrick<T, pos + 1>(target, nextPlayer(player), relevant, trick);
+        } else {
+            return searchNextTrick<T>(target, player, relevant, trick);
+        }
+    }
+}
+
+// The same once `trick` is complete: who has won it leads.
+template <int T>
+std::int8_t DDSolver::searchNextTrick(std::int8_t target, PlayerNumber lastPlayer,
+                                      CardsConfiguration& relevant, const Trick& trick)
+{
+    if (trick.followed != 0) {
+        relevant |= onlySuit(trick.winningSuit, ranksFrom(trick.winningCard));
+    }
+    const PlayerNumber leader = deal->holderOf(trick.winningSuit, trick.winningCard);
+    if (((leader ^ lastPlayer) & 1) != 0) {  // the other side has won
+        const auto further = static_cast<std::int8_t>(target - 1);
+        return static_cast<std::int8_t>(1 + searchStartTrick<T>(further, leader, relevant));
+    }
+    const int tricksLeft = situation.cardsCount / 4;
+    const auto ownTarget = static_cast<std::int8_t>(tricksLeft - target + 1);
+    return static_cast<std::int8_t>(tricksLeft - searchStartTrick<T>(ownTarget, leader, relevant));
+}
+
+// --- the moves to try ---
+
+template <int T, int pos>
+MoveFast* DDSolver::generateInTrick(MoveFast* out, PlayerNumber player, const Trick& trick) const
+{
+    CardsConfiguration mine = situation.cards & (*deal)[player];
+    if (mine.suit(trick.ledSuit) != 0) {
+        return InTrickMovesGenNonVoid<pos, T>::g(out, situation, *deal, player, trick);
+    }
+    CardsConfiguration separators = situation.cards ^ mine;
+    if (trick.winningSuit != trick.ledSuit) {
+        // A trump above the one that has ruffed is not the same as one below it.
+        separators.add({trick.winningSuit, trick.winningCard});
+    }
+    std::array<std::uint8_t, 3> suits;
+    std::array<int, 3> weights;
+    for (unsigned place = 0; place < 3; ++place) {
+        suits[place] = static_cast<std::uint8_t>((trick.ledSuit + place + 1) & 3);
+        weights[place] = voidWeight<T>(situation, *deal, player, trick, suits[place]);
+    }
+    generateVoidOptimal(out, mine, separators, suits[0], suits[1], suits[2], weights[0], weights[1],
+                        weights[2]);
+    return out;
+}
+
+MoveFast* DDSolver::generateLeads(MoveFast* out, PlayerNumber player, OneCardInSuit bestMove) const
+{
+    struct WeightedSuit {
+        int weight;
+        std::uint8_t suit;
+    };
+    std::array<WeightedSuit, suitsCount> suits;
+    unsigned count = 0;
+    const CardsConfiguration mine = situation.cards & (*deal)[player];
+    for (std::uint8_t suit = 0; suit < suitsCount; ++suit) {
+        if (mine.suit(suit) == 0) {
+            continue;
+        }
+        int weight = leadWeight(situation, *deal, player, suit);
+        weight += bestMove.card != 0 && bestMove.suit == suit ? rememberedSuitWeight : 0;
+        unsigned place = count++;
+        for (; place > 0 && suits[place - 1].weight < weight; --place) {
+            suits[place] = suits[place - 1];
+        }
+        suits[place] = {weight, suit};
+    }
+    for (unsigned place = 0; place < count; ++place) {
+        out = generateLeadsOfSuit(out, player, suits[place].suit);
+    }
+    return out;
+}
+
+// The group that last succeeded with these cards in play, then the highest one, then upward.
+MoveFast* DDSolver::generateLeadsOfSuit(MoveFast* out, PlayerNumber player, std::uint8_t suit) const
+{
+    const std::uint16_t inPlay = situation.cards.suit(suit);
+    auto mine = static_cast<std::uint16_t>((*deal)[player].suit(suit) & inPlay);
+    const auto separators = static_cast<std::uint16_t>(inPlay ^ mine);
+    const std::uint16_t best = bestLeads[player][suit][inPlay];
+    if (best != 0) {
+        *out++ = {lowestCard(best), best, suit};
+        mine ^= best;
+    }
+    MoveFast* const others = out;
+    generateMovesInOneSuit(suit, out, mine, separators);
+    if (out - others > 1) {
+        std::rotate(others, out - 1, out);
+    }
+    return out;
+}
+
+}  // namespace trikon

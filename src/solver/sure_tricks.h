@@ -1,0 +1,127 @@
+// What is decided at the start of a trick without playing a card.
+//
+// The last trick goes to the highest trump left, or else to the highest card of the suit led.
+// Before that, the side on lead may simply cash what `Deal::suitTricks` promises, suit after suit;
+// the hand in which one suit's run ends goes on with the next. Both report on which ranks they
+// rely.
+#pragma once
+
+#include "solver/dd_solver.h"
+
+#include <algorithm>
+#include <cstdint>
+
+namespace trikon {
+
+/// Counts the tricks that the side on lead can cash, with the trump `T` (4 for none).
+template <int T>
+class QuickTricks {
+    static_assert(Clubs <= T && T <= NoTrump);
+
+public:
+    /// The tricks of `player`'s side, `player` on lead, with `rounds` tricks still to be played.
+    std::uint8_t operator()(PlayerNumber player, const Deal& deal, const CardsConfiguration& inPlay,
+                            const std::int8_t& rounds);
+
+    /// The `SuitTricks::winners` that the last count used; a suit that gave nothing is empty.
+    CardsConfiguration winners() const { return used; }
+
+private:
+    void cashSuit(const Deal& deal, int suitNumber, std::uint16_t inPlay, int mostRounds);
+    void take(int suitNumber, const SuitTricks& record);
+
+    CardsConfiguration used;
+    PlayerNumber onLead = NoPlayer;
+    int tricks = 0;
+    int roundsLeft = 0;
+};
+
+// --- inline definitions ---
+
+template <int T>
+std::uint8_t QuickTricks<T>::operator()(PlayerNumber player, const Deal& deal,
+                                        const CardsConfiguration& inPlay, const std::int8_t& rounds)
+{
+    used = {};
+    onLead = player;
+    tricks = 0;
+    roundsLeft = rounds;
+    if constexpr (T == NoTrump) {
+        for (int suitNumber = 0; suitNumber < suitsCount; ++suitNumber) {
+            cashSuit(deal, suitNumber, inPlay.suit(suitNumber), ranksOfSuit);
+        }
+        return static_cast<std::uint8_t>(tricks);
+    }
+    take(T & 3, deal.suitTricks(player, T & 3, inPlay.suit(T & 3)));
+    // An opponent who keeps a trump ruffs as soon as he is void. The others follow for ever.
+    const int drawn = tricks;
+    const auto followSet = [&](int opponent) {
+        const CardsConfiguration held = inPlay & deal[opponent & 3];
+        return drawn < held.countInSuit(T & 3) ? held : CardsConfiguration(fullDeck);
+    };
+    const CardsConfiguration left = followSet(player + 1);
+    const CardsConfiguration right = followSet(player + 3);
+    for (int place = 1; place < suitsCount; ++place) {
+        const int suitNumber = (T + place) & 3;
+        cashSuit(deal, suitNumber, inPlay.suit(suitNumber),
+                 std::min(left.countInSuit(suitNumber), right.countInSuit(suitNumber)));
+    }
+    return static_cast<std::uint8_t>(tricks);
+}
+
+// At most `mostRounds` rounds, and no more than are left.
+template <int T>
+void QuickTricks<T>::cashSuit(const Deal& deal, int suitNumber, std::uint16_t inPlay,
+                              int mostRounds)
+{
+    const SuitTricks* record = &deal.suitTricks(onLead, suitNumber, inPlay);
+    if (T != NoTrump && record->tricks > mostRounds) {
+        record =
+            &deal.suitTricks(onLead, suitNumber, deal.topRounds(suitNumber, inPlay, mostRounds));
+    }
+    if (roundsLeft < record->extra) {
+        record =
+            &deal.suitTricks(onLead, suitNumber, deal.topRounds(suitNumber, inPlay, roundsLeft));
+    }
+    take(suitNumber, *record);
+}
+
+template <int T>
+void QuickTricks<T>::take(int suitNumber, const SuitTricks& record)
+{
+    tricks += record.tricks;
+    roundsLeft -= record.extra;
+    used.setSuit(suitNumber, record.winners);
+    onLead = record.leader;
+}
+
+template <int suit>
+bool DDSolver::hasHighestInSuit(PlayerNumber player, CardsConfiguration& relevant) const
+{
+    static_assert(Clubs <= suit && suit <= Spades);
+    const std::uint16_t inPlay = situation.cards.suit(suit);
+    const std::uint16_t highest = _highest_bit13[inPlay];
+    if (inPlay != highest) {  // the only card of its suit wins whatever its rank
+        relevant |= onlySuit(suit, ranksFrom(highest));
+    }
+    return (deal->sideCards(player).suit(suit) & highest) != 0;
+}
+
+template <int T>
+bool DDSolver::searchLastTrick(PlayerNumber leader, CardsConfiguration& relevant) const
+{
+    static_assert(Clubs <= T && T <= NoTrump);
+    if constexpr (T != NoTrump) {
+        return situation.cards.suit(T) != 0 ? hasHighestInSuit<T>(leader, relevant)
+                                            : searchLastTrick<NoTrump>(leader, relevant);
+    } else {
+        switch (firstSuit(situation.cards & (*deal)[leader])) {
+        case Clubs: return hasHighestInSuit<Clubs>(leader, relevant);
+        case Diamonds: return hasHighestInSuit<Diamonds>(leader, relevant);
+        case Hearts: return hasHighestInSuit<Hearts>(leader, relevant);
+        default: return hasHighestInSuit<Spades>(leader, relevant);
+        }
+    }
+}
+
+}  // namespace trikon

@@ -1,0 +1,200 @@
+// The search against the plain one: its answers, and what it says they depend on.
+//
+// For a run of hours, which sees many times as many endings:
+//
+//     TAMREL_TEST_EFFORT=10000 build/release/tests/solver/solver_tests --gtest_filter='Search.*'
+#include "solver/dd_solver.h"
+#include "support/endings.h"
+#include "support/playing_solver.h"
+#include "support/reference_solver.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace trikon {
+
+namespace {
+
+constexpr Trump allTrumps[] = {Clubs, Diamonds, Hearts, Spades, NoTrump};
+constexpr PlayerNumber allPlayers[] = {North, East, South, West};
+
+void expectAllResults(DDSolver& solver, const Hands& hands)
+{
+    solver.setHands(hands);
+    for (const Trump trump : allTrumps) {
+        solver.set_trump_suit(trump);
+        for (const PlayerNumber leader : allPlayers) {
+            ASSERT_EQ(solver.solveTricksToTake(leader, Trick(), -1),
+                      referenceTricks(hands, trump, leader))
+                << describe(hands, trump, leader);
+        }
+    }
+}
+
+// Whether the bound that a search gave is right in `hands`.
+void expectBound(const Hands& hands, Trump trump, PlayerNumber leader, int target, int bound)
+{
+    if (bound >= target) {
+        ASSERT_TRUE(referenceCanTake(hands, trump, leader, bound))
+            << "at least " << bound << " in " << describe(hands, trump, leader);
+    } else {
+        ASSERT_FALSE(referenceCanTake(hands, trump, leader, bound + 1))
+            << "at most " << bound << " in " << describe(hands, trump, leader);
+    }
+}
+
+void expectRelevanceIsEnough(DDSolver& solver, std::mt19937_64& random, const Hands& hands)
+{
+    const Trump trump = allTrumps[random() % 5];
+    solver.setHands(hands);
+    solver.set_trump_suit(trump);
+    for (const PlayerNumber leader : allPlayers) {
+        for (std::int8_t target = 1; target <= hands[leader].count(); ++target) {
+            CardsConfiguration relevant;
+            const int bound = solver.searchStartTrick(target, leader, relevant);
+            for (int round = 0; round < 2; ++round) {
+                const Hands other = shuffledOutside(random, hands, relevant);
+                ASSERT_NO_FATAL_FAILURE(expectBound(other, trump, leader, target, bound))
+                    << "from " << describe(hands, trump, leader) << ", target " << int{target}
+                    << ", relevant " << (relevant & fullDeck);
+            }
+        }
+    }
+}
+
+// Walks to and fro in a play and asks at every step.
+void expectRightInMidTrick(PlayingSolver& solver, std::mt19937_64& random)
+{
+    for (int step = 0; step < 30; ++step) {
+        const bool canPlay = solver.getSituation().cardsCount > 4;
+        const bool forward = canPlay && (solver.onTable.empty() || random() % 3 != 0);
+        if (forward) {
+            solver.playRandomCard(random);
+        } else if (solver.canTakeBack()) {
+            solver.takeBack();
+        }
+        const Hands left = solver.handsLeft();
+        const int truth = referenceTricks(left, solver.getTrump(), solver.player, solver.onTable);
+        const auto target = static_cast<std::int8_t>(
+            static_cast<int>(random() % static_cast<unsigned>(solver.tricksLeft() + 3)) - 1);
+        ASSERT_EQ(solver.solveCanTake(target, solver.player, solver.trick), truth >= target)
+            << int{target} << " of " << truth << " in "
+            << describe(left, solver.getTrump(), solver.player) << " to " << solver.trick;
+        ASSERT_EQ(solver.solveTricksToTake(solver.player, solver.trick, target), truth)
+            << describe(left, solver.getTrump(), solver.player) << " to " << solver.trick;
+    }
+}
+
+class Search : public testing::Test {
+protected:
+    std::mt19937_64 random{2024};
+    std::unique_ptr<PlayingSolver> solver = std::make_unique<PlayingSolver>();
+};
+
+}  // namespace
+
+TEST_F(Search, AgreesWithThePlainOneOnSmallEndings)
+{
+    struct Size {
+        int length, endings;  // of each kind
+    };
+    for (const Size size : {Size{2, 1400}, {3, 1800}, {4, 750}, {5, 50}}) {
+        for (const EndingKind kind : allEndingKinds) {
+            for (int round = 0; round < effort(size.endings); ++round) {
+                ASSERT_NO_FATAL_FAILURE(
+                    expectAllResults(*solver, randomEnding(random, size.length, kind)));
+            }
+        }
+    }
+}
+
+TEST_F(Search, IsRightWhateverTheIrrelevantCardsAre)
+{
+    struct Size {
+        int length, endings;
+    };
+    for (const Size size : {Size{3, 1000}, {4, 600}, {5, 60}}) {
+        for (const EndingKind kind : allEndingKinds) {
+            for (int round = 0; round < effort(size.endings); ++round) {
+                ASSERT_NO_FATAL_FAILURE(expectRelevanceIsEnough(
+                    *solver, random, randomEnding(random, size.length, kind)));
+            }
+        }
+    }
+}
+
+TEST_F(Search, IsRightInMidTrickWithAWarmTable)
+{
+    for (const EndingKind kind : allEndingKinds) {
+        for (int round = 0; round < effort(60); ++round) {
+            const Trump trump = allTrumps[random() % 5];
+            const PlayerNumber leader = allPlayers[random() % 4];
+            solver = std::make_unique<PlayingSolver>();
+            solver->start(randomEnding(random, 4, kind), trump, leader);
+            ASSERT_NO_FATAL_FAILURE(expectRightInMidTrick(*solver, random));
+        }
+    }
+}
+
+TEST_F(Search, KnowsThePlaysThatBooksName)
+{
+    struct Case {
+        const char* play;
+        Trump trump;
+        PlayerNumber leader;
+        const char* hands;
+        int tricks;
+    };
+    const Case cases[] = {
+        {"squeeze", NoTrump, South, "AJ.K.. ..987. 2..5.A KQ.A..", 3},
+        {"squeeze of the wrong opponent", NoTrump, South, "AJ.K.. KQ.A.. 2..5.A ..987.", 2},
+        {"throw-in", NoTrump, South, "...432 ..432. AQ.2.. K3.K..", 2},
+        {"throw-in with an exit", NoTrump, South, "...432 .K.43. AQ.2.. K3..2.", 1},
+        {"trump coup", Spades, North, "..32. KJ... AQ... ...32", 2},
+        {"trump coup without an entry", Spades, South, "..32. KJ... AQ... ...32", 1},
+        {"blocked suit", NoTrump, North, "A..2. 98... KQ... ..AK.", 1},
+        {"suit not blocked", NoTrump, North, "A2... 98... KQ... ..AK.", 2},
+        {"overtake", NoTrump, North, "Q..2. 98... AK... ..AK.", 2},
+    };
+    for (const Case& example : cases) {
+        const Hands hands = handsOf(example.hands);
+        EXPECT_EQ(referenceTricks(hands, example.trump, example.leader), example.tricks)
+            << example.play;
+        solver->start(hands, example.trump, example.leader);
+        EXPECT_EQ(solver->solveTricksToTake(example.leader, Trick(), -1), example.tricks)
+            << example.play;
+    }
+}
+
+// Of equivalent cards only the lowest is tried. In the first position the others fail with it; in
+// the second a lower card has taken the place of one of them, and East takes everything.
+TEST_F(Search, TellsACardFromTheUntriedOnesOfItsGroup)
+{
+    const Hands fails = handsOf("..QJ8.7 ...K986 ..AKT.Q ..97.JT");
+    const Hands succeeds = handsOf("..QJT.7 ...KT86 ..AK7.Q ..98.J9");
+    EXPECT_EQ(referenceTricks(fails, Hearts, East), 2);
+    EXPECT_EQ(referenceTricks(succeeds, Hearts, East), 4);
+    solver->start(fails, Hearts, East);
+    CardsConfiguration relevant;
+    EXPECT_LT(solver->searchStartTrick(4, East, relevant), 4);
+    EXPECT_FALSE(agree(fails, succeeds, relevant));
+}
+
+TEST_F(Search, AnswersWhatIsClearWithoutTheTable)
+{
+    const Hands hands = handsOf("AK.A..2 ...AKQJ 32..32. ..AKQJ.");
+    solver->start(hands, NoTrump, North);
+    CardsConfiguration relevant;
+    EXPECT_EQ(solver->searchStartTrick(0, North, relevant), 0);
+    EXPECT_EQ(solver->searchStartTrick(-1, North, relevant), 0);
+    EXPECT_EQ(solver->searchStartTrick(5, North, relevant), 4);
+    EXPECT_EQ(relevant, 0u);
+    EXPECT_EQ(solver->nodesSearched(), 0u);
+    EXPECT_EQ(solver->searchStartTrick(3, North, relevant), 3);  // aces and the king
+    EXPECT_EQ(solver->getTable().nodesCount(), 0u);
+    EXPECT_EQ(solver->searchStartTrick(4, North, relevant), 3);
+    EXPECT_NE(solver->getTable().nodesCount(), 0u);
+}
+
+}  // namespace trikon

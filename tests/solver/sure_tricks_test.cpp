@@ -1,0 +1,182 @@
+// The last trick, and the count of tricks to cash as a promise about every position it covers.
+#include "solver/sure_tricks.h"
+
+#include "support/endings.h"
+#include "support/reference_solver.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace trikon {
+
+namespace {
+
+struct Count {
+    int tricks;
+    CardsConfiguration winners;
+};
+
+template <int T>
+Count countWith(PlayerNumber leader, const Deal& deal, CardsConfiguration inPlay)
+{
+    QuickTricks<T> quickTricks;
+    const auto rounds = static_cast<std::int8_t>(inPlay.count() / 4);
+    const int tricks = quickTricks(leader, deal, inPlay, rounds);
+    return {tricks, quickTricks.winners()};
+}
+
+Count count(Trump trump, PlayerNumber leader, const Deal& deal)
+{
+    switch (trump) {
+    case Clubs: return countWith<Clubs>(leader, deal, deal.allCards());
+    case Diamonds: return countWith<Diamonds>(leader, deal, deal.allCards());
+    case Hearts: return countWith<Hearts>(leader, deal, deal.allCards());
+    case Spades: return countWith<Spades>(leader, deal, deal.allCards());
+    default: return countWith<NoTrump>(leader, deal, deal.allCards());
+    }
+}
+
+std::unique_ptr<Deal> dealOf(const Hands& hands)
+{
+    auto deal = std::make_unique<Deal>();
+    deal->setHands(hands);
+    return deal;
+}
+
+void expectPromiseKept(std::mt19937_64& random, const Hands& hands)
+{
+    const auto deal = dealOf(hands);
+    for (const Trump trump : {Clubs, Diamonds, Hearts, Spades, NoTrump}) {
+        for (const PlayerNumber leader : {North, East, South, West}) {
+            const Count sure = count(trump, leader, *deal);
+            ASSERT_TRUE(referenceCanTake(hands, trump, leader, sure.tricks))
+                << sure.tricks << " in " << describe(hands, trump, leader);
+            for (int round = 0; sure.tricks > 0 && round < 3; ++round) {
+                const Hands other = shuffledOutside(random, hands, coverOf(sure.winners));
+                ASSERT_TRUE(referenceCanTake(other, trump, leader, sure.tricks))
+                    << sure.tricks << " in " << describe(hands, trump, leader) << " on "
+                    << (coverOf(sure.winners) & fullDeck) << ", not so in "
+                    << describe(other, trump, leader);
+            }
+        }
+    }
+}
+
+}  // namespace
+
+TEST(LastTrick, GoesToTheHighestTrumpOrElseToTheHighestCardOfTheSuitLed)
+{
+    struct Case {
+        Trump trump;
+        const char* hands;
+        bool northWins;
+        const char* relevant;  // the lowest rank that matters, nothing if none does
+    };
+    const Case cases[] = {
+        {NoTrump, "2... .A.. ..A. ...A", true, "..."},
+        {NoTrump, "2... 3... ..A. ...A", false, "3..."},
+        {NoTrump, "2... 3... 4... ...A", true, "4..."},
+        {Hearts, "A... .2.. K... Q...", false, "..."},
+        {Hearts, "A... .2.. .3.. Q...", true, ".3.."},
+        {Hearts, "2... 3... K... ...A", true, "K..."},
+    };
+    DDSolver* const solver = new DDSolver;
+    const std::unique_ptr<DDSolver> owner(solver);
+    for (const Case& example : cases) {
+        solver->setHands(handsOf(example.hands));
+        CardsConfiguration relevant;
+        const bool wins = example.trump == Hearts
+                              ? solver->searchLastTrick<Hearts>(North, relevant)
+                              : solver->searchLastTrick<NoTrump>(North, relevant);
+        EXPECT_EQ(wins, example.northWins) << example.hands;
+        EXPECT_EQ(relevant, coverOf(readWholeHand(example.relevant))) << example.hands;
+        CardsConfiguration others;
+        if (example.trump == NoTrump && relevant.suit(Spades) != 0) {
+            EXPECT_EQ(solver->hasHighestInSuit<Spades>(North, others), wins) << example.hands;
+            EXPECT_EQ(others, relevant);
+        }
+    }
+}
+
+TEST(QuickTricks, CountSuitAfterSuitFromTheHandOnLead)
+{
+    struct Case {
+        Trump trump;
+        const char* hands;  // North leads
+        int tricks;
+    };
+    const Case cases[] = {
+        {NoTrump, "AK.A..2 ...AKQJ 32..32. ..AKQJ.", 3},
+        {NoTrump, "32.2.. 98..5. AK.A.. 76...3", 3},     // over to South in hearts
+        {NoTrump, "32.2.. AK..A. 54.A.. QJ...A", 1},     // spades are the opponents'
+        {Spades, "A.AK.. 2..32. 3..54. 4.987..", 3},     // the trump is drawn
+        {Spades, "A.AKQ.. 32.2.2. 4..543. 65.93..", 2},  // East follows to one heart, then ruffs
+        {Spades, ".AK..2 ...543 2..AK. ..987.", 2},      // nobody can ruff
+    };
+    for (const Case& example : cases) {
+        const auto deal = dealOf(handsOf(example.hands));
+        EXPECT_EQ(count(example.trump, North, *deal).tricks, example.tricks) << example.hands;
+    }
+}
+
+TEST(QuickTricks, CountNoMoreRoundsThanAreLeft)
+{
+    const auto deal = dealOf(handsOf("AKQ.A.. 432..2. 765.2.. JT9...2"));
+    EXPECT_EQ(countWith<NoTrump>(North, *deal, deal->allCards()).tricks, 4);
+    QuickTricks<NoTrump> quickTricks;
+    EXPECT_EQ(quickTricks(North, *deal, deal->allCards(), 2), 2);
+    EXPECT_EQ(quickTricks.winners(), readWholeHand("A.A.."));
+}
+
+// Found by comparing counts with searches. In each, a plausible way of counting goes one too far.
+TEST(QuickTricks, DoNotCountTooMuch)
+{
+    struct Case {
+        Trump trump;
+        PlayerNumber leader;
+        const char* hands;
+        int truth;
+    };
+    const Case cases[] = {
+        // A run that ends in the other hand is not one that ends here.
+        {Hearts, West, "T7..K4. .KQ3.T. .T9.76. A3.64..", 3},
+        // Two clubs cost North a heart that the run in hearts needs.
+        {NoTrump, South, ".AJT72.. ...J7542 .94..AQ8 .K865..3", 4},
+        {Spades, South, ".AJT72.. ...J7542 .94..AQ8 .K865..3", 4},
+    };
+    for (const Case& example : cases) {
+        const Hands hands = handsOf(example.hands);
+        EXPECT_EQ(referenceTricks(hands, example.trump, example.leader), example.truth);
+        EXPECT_LE(count(example.trump, example.leader, *dealOf(hands)).tricks, example.truth)
+            << example.hands;
+    }
+}
+
+TEST(QuickTricks, RelyOnWhichPartnerWins)
+{
+    // The same lengths and the same top cards. Only in the first is the ten of hearts dropped where
+    // it does not block, so a count of three has to stand on the low hearts.
+    const Hands three = handsOf("J.953.. T53.T.. .A874.. A2.KQ..");
+    const Hands two = handsOf("5.Q85.. T32.7.. .AT94.. AJ.K3..");
+    EXPECT_EQ(referenceTricks(three, NoTrump, West), 3);
+    EXPECT_EQ(referenceTricks(two, NoTrump, West), 2);
+    const Count sure = count(NoTrump, West, *dealOf(three));
+    EXPECT_TRUE(sure.tricks <= 2 || !agree(three, two, coverOf(sure.winners)));
+}
+
+TEST(QuickTricks, HoldWhateverTheOtherCardsAre)
+{
+    std::mt19937_64 random(11);
+    for (int length = 2; length <= 5; ++length) {
+        const int endings = length < 5 ? effort(400) : effort(60);
+        for (const EndingKind kind : allEndingKinds) {
+            for (int round = 0; round < endings; ++round) {
+                ASSERT_NO_FATAL_FAILURE(
+                    expectPromiseKept(random, randomEnding(random, length, kind)));
+            }
+        }
+    }
+}
+
+}  // namespace trikon
