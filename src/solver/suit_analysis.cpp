@@ -20,43 +20,51 @@ namespace trikon {
 
 namespace {
 
-// The hand that is on lead at the end of a run, seen from the one who led its first round.
-enum End { withLeader, withPartner };
+// A run of rounds as one number: how many, and on which ranks it depends, all from some card up.
+//
+// Of two runs the better is the greater number: the longer one, or the one that depends on less.
+using Run = std::int32_t;
 
-// No run ends in that hand. Low enough to lose every comparison; nothing is ever added to it.
-constexpr std::int8_t unreachable = -100;
+constexpr int ranksBits = 14;
+constexpr Run oneRound = 1 << ranksBits;
+constexpr Run ranksPart = oneRound - 1;
 
-// The longest runs by the hand on lead at their end, with the ranks on which each depends.
+constexpr Run runOf(int rounds, unsigned winners)
+{
+    return rounds * oneRound + (fullSuit - static_cast<int>(winners));
+}
+constexpr int roundsOf(Run run) { return run >> ranksBits; }
+constexpr std::uint16_t winnersOf(Run run)
+{
+    return static_cast<std::uint16_t>(fullSuit - (run & ranksPart));
+}
+
+// No run ends in that hand. It stays negative whatever number of rounds is put before it.
+constexpr Run unreachable = runOf(-100, 0);
+
+// One more round won before the run, on the ranks of `winners`.
+constexpr Run withRoundBefore(Run run, unsigned winners)
+{
+    const Run ranks = std::min(run & ranksPart, fullSuit - static_cast<Run>(winners));
+    return ((run & ~ranksPart) | ranks) + oneRound;
+}
+
+// An opponent chooses between them: the shorter run. The attackers must be ready for either answer,
+// so the ranks of both count.
+constexpr Run worseOf(Run run, Run other)
+{
+    return (std::min(run, other) & ~ranksPart) | std::min(run & ranksPart, other & ranksPart);
+}
+
+// The best runs by the hand that is on lead afterwards.
 struct Runs {
-    // A run of no rounds always leaves the lead where it is.
-    std::int8_t rounds[2] = {0, unreachable};
-    std::uint16_t winners[2] = {0, 0};
+    Run toLeader;
+    Run toPartner;
 };
 
-constexpr Runs noRuns{{unreachable, unreachable}, {0, 0}};
-
-// The attackers choose: the longer run, and of equal ones the one that depends on less.
-void takeBetter(Runs& best, const Runs& choice)
-{
-    for (const End end : {withLeader, withPartner}) {
-        if (choice.rounds[end] > best.rounds[end]) {
-            best.rounds[end] = choice.rounds[end];
-            best.winners[end] = choice.winners[end];
-        } else if (choice.rounds[end] == best.rounds[end]) {
-            best.winners[end] &= choice.winners[end];
-        }
-    }
-}
-
-// The opponent chooses: the shorter run. The attackers must be ready for every answer, so the
-// ranks of all of them count.
-void takeWorse(Runs& worst, const Runs& answer)
-{
-    for (const End end : {withLeader, withPartner}) {
-        worst.rounds[end] = std::min(worst.rounds[end], answer.rounds[end]);
-        worst.winners[end] |= answer.winners[end];
-    }
-}
+// A run of no rounds leaves the lead where it is.
+constexpr Runs noRounds{runOf(0, 0), unreachable};
+constexpr Runs noRuns{unreachable, unreachable};
 
 }  // namespace
 
@@ -79,6 +87,8 @@ private:
     Runs afterLead(int leader, const Holdings& holdings, std::uint16_t lead) const;
     Runs afterAnswer(int leader, const Holdings& holdings, std::uint16_t lead,
                      std::uint16_t answer) const;
+    Runs afterRound(int leader, const Holdings& holdings, std::uint16_t lead, std::uint16_t answer,
+                    std::uint16_t card) const;
     SuitTricks record(int suitNumber, int player, std::uint16_t suit) const;
 
     Deal& deal;
@@ -98,7 +108,7 @@ void SuitAnalysis::analyse(int suitNumber)
     for (int player = 0; player < playersCount; ++player) {
         deal.records[player][suitNumber][0] = {0, 0, 0, 0, static_cast<PlayerNumber>(player)};
     }
-    runs[0].fill(Runs{});
+    runs[0].fill(noRounds);
     // The subsets of `all` in increasing order: the subtraction carries through the ranks not
     // dealt.
     for (unsigned subset = -unsigned{all} & all; subset != 0; subset = (subset - all) & all) {
@@ -127,21 +137,16 @@ void SuitAnalysis::chain(int suitNumber, std::uint16_t suit)
         static_cast<std::uint16_t>(above | _highest_bit13[holding & below]);
 }
 
+// The lowest card of the subset is the last one of its hand to fall; the others fall as without it.
 void SuitAnalysis::listTopRounds(int suitNumber, std::uint16_t suit)
 {
+    const std::uint16_t low = lowestCard(suit);
+    const std::uint16_t* const without = deal.tops[suitNumber][suit ^ low];
     std::uint16_t* const tops = deal.tops[suitNumber][suit];
-    tops[0] = 0;
-    for (int rounds = 1; rounds < ranksOfSuit; ++rounds) {
-        unsigned cards = 0;
-        for (const std::uint16_t hand : dealt) {
-            const unsigned holding = suit & hand;
-            cards |= holding & _highest_mask[holding][rounds];
-        }
-        tops[rounds] = static_cast<std::uint16_t>(cards);
-        if (cards == suit) {
-            std::fill(tops + rounds, tops + ranksOfSuit, suit);
-            return;
-        }
+    const unsigned holding = deal[deal.holderOf(suitNumber, low)].suit(suitNumber) & suit;
+    const int lastRound = _count_bits13[holding];
+    for (int rounds = 0; rounds < ranksOfSuit; ++rounds) {
+        tops[rounds] = static_cast<std::uint16_t>(without[rounds] | (rounds < lastRound ? 0 : low));
     }
 }
 
@@ -152,11 +157,16 @@ Runs SuitAnalysis::playOut(int leader, std::uint16_t suit) const
     };
     const Holdings holdings{held(0), held(1), held(2), held(3)};
     const int opponents = holdings.left | holdings.right;
-    Runs best;
+    Runs best = noRounds;
+    if ((holdings.leader | holdings.partner) < opponents) {
+        return best;
+    }
     for (int leads = holdings.leader; leads != 0; leads &= leads - 1) {
         const auto lead = lowestCard(static_cast<std::uint16_t>(leads));
         if ((lead | holdings.partner) > opponents) {
-            takeBetter(best, afterLead(leader, holdings, lead));
+            const Runs run = afterLead(leader, holdings, lead);
+            best.toLeader = std::max(best.toLeader, run.toLeader);
+            best.toPartner = std::max(best.toPartner, run.toPartner);
         }
     }
     return best;
@@ -168,7 +178,9 @@ Runs SuitAnalysis::afterLead(int leader, const Holdings& holdings, std::uint16_t
     Runs worst = afterAnswer(leader, holdings, lead, lowestCard(holdings.left));
     for (answers &= answers - 1; answers != 0; answers &= answers - 1) {
         const auto answer = lowestCard(static_cast<std::uint16_t>(answers));
-        takeWorse(worst, afterAnswer(leader, holdings, lead, answer));
+        const Runs run = afterAnswer(leader, holdings, lead, answer);
+        worst.toLeader = worseOf(worst.toLeader, run.toLeader);
+        worst.toPartner = worseOf(worst.toPartner, run.toPartner);
     }
     return worst;
 }
@@ -179,36 +191,39 @@ Runs SuitAnalysis::afterAnswer(int leader, const Holdings& holdings, std::uint16
                                std::uint16_t answer) const
 {
     const int toBeat = answer | holdings.right;
-    const std::uint16_t fourth = lowestCard(holdings.right);
-    const unsigned suit = holdings.leader | holdings.left | holdings.partner | holdings.right;
     Runs best = noRuns;
-    const auto tryCard = [&](std::uint16_t card) {
-        const unsigned fallen = lead | answer | card | fourth;
-        const bool partnerWins = card > lead;
-        // Which of two cards wins decides where the lead is, be it between partners only.
-        const unsigned winners = fallen == lead ? 0u : ranksFrom(std::max(card, lead)) & fullSuit;
-        const int winner = partnerWins ? (leader + 2) & 3 : leader;
-        const Runs& rest = runs[suit ^ fallen][static_cast<unsigned>(winner)];
-        Runs run = noRuns;
-        for (const End end : {withLeader, withPartner}) {
-            const int restEnd = partnerWins ? 1 - end : end;
-            if (rest.rounds[restEnd] != unreachable) {
-                run.rounds[end] = static_cast<std::int8_t>(rest.rounds[restEnd] + 1);
-                run.winners[end] = static_cast<std::uint16_t>(rest.winners[restEnd] | winners);
-            }
-        }
-        takeBetter(best, run);
-    };
     int cards = holdings.partner;
     if (toBeat > lead) {
         cards &= ranksAbove(static_cast<std::uint16_t>(toBeat));
     } else if (cards == 0) {
-        tryCard(0);
+        best = afterRound(leader, holdings, lead, answer, 0);
     }
     for (; cards != 0; cards &= cards - 1) {
-        tryCard(lowestCard(static_cast<std::uint16_t>(cards)));
+        const auto card = lowestCard(static_cast<std::uint16_t>(cards));
+        const Runs run = afterRound(leader, holdings, lead, answer, card);
+        best.toLeader = std::max(best.toLeader, run.toLeader);
+        best.toPartner = std::max(best.toPartner, run.toPartner);
     }
     return best;
+}
+
+// The last opponent plays his lowest, and `lead` or the partner's `card` (0 if void) wins.
+Runs SuitAnalysis::afterRound(int leader, const Holdings& holdings, std::uint16_t lead,
+                              std::uint16_t answer, std::uint16_t card) const
+{
+    const unsigned suit = holdings.leader | holdings.left | holdings.partner | holdings.right;
+    const unsigned fallen = lead | answer | card | lowestCard(holdings.right);
+    const std::array<Runs, playersCount>& rest = runs[suit ^ fallen];
+    // Which of two cards wins decides where the lead is, be it between partners only.
+    const unsigned winners = fallen == lead ? 0u : ranksFrom(std::max(card, lead)) & fullSuit;
+    if (card > lead) {
+        const Runs& further = rest[static_cast<unsigned>(leader + 2) & 3];
+        return {withRoundBefore(further.toPartner, winners),
+                withRoundBefore(further.toLeader, winners)};
+    }
+    const Runs& further = rest[static_cast<unsigned>(leader)];
+    return {withRoundBefore(further.toLeader, winners),
+            withRoundBefore(further.toPartner, winners)};
 }
 
 // A suit is cashed beside others, and a hand that is short there must discard from this one. The
@@ -217,16 +232,18 @@ Runs SuitAnalysis::afterAnswer(int leader, const Holdings& holdings, std::uint16
 // nothing is spare.
 SuitTricks SuitAnalysis::record(int suitNumber, int player, std::uint16_t suit) const
 {
-    const Runs& run = runs[suit][static_cast<unsigned>(player)];
-    const End end = run.rounds[withPartner] > run.rounds[withLeader] ? withPartner : withLeader;
-    const std::int8_t rounds = run.rounds[end];
+    const Runs& ends = runs[suit][static_cast<unsigned>(player)];
+    const bool toPartner = roundsOf(ends.toPartner) > roundsOf(ends.toLeader);
+    const Run run = toPartner ? ends.toPartner : ends.toLeader;
+    const int rounds = roundsOf(run);
     const std::uint16_t needed =
         rounds < ranksOfSuit ? deal.topRounds(suitNumber, suit, rounds) : suit;
     if (needed != suit) {
         return deal.records[player][suitNumber][needed];
     }
-    const int last = end == withPartner ? (player + 2) & 3 : player;
-    return {0, run.winners[end], rounds, rounds, static_cast<PlayerNumber>(last)};
+    const auto tricks = static_cast<std::int8_t>(rounds);
+    const int last = toPartner ? (player + 2) & 3 : player;
+    return {0, winnersOf(run), tricks, tricks, static_cast<PlayerNumber>(last)};
 }
 
 void Deal::initHelpers()
