@@ -8,6 +8,7 @@
 
 #include "cards/situation.h"
 #include "solver/deal.h"
+#include "solver/move_ordering.h"
 #include "solver/suit_masks.h"
 #include "solver/trick.h"
 
@@ -108,8 +109,6 @@ private:
     // the opponents are all that can beat it, unless they are void and ruff.
     static std::uint16_t safeRanks(const Situation& situation, const Deal& deal,
                                    PlayerNumber player, const Trick& trick);
-    static bool partnerWillWin(const Situation& situation, const Deal& deal, PlayerNumber player,
-                               const Trick& trick);
 };
 
 // --- inline definitions ---
@@ -128,24 +127,6 @@ std::uint16_t InTrickMovesGenNonVoid<position, trump>::safeRanks(const Situation
     return ranks;
 }
 
-// The second hand's partner plays last, behind the third hand. The third hand's partner has led.
-template <int position, int trump>
-bool InTrickMovesGenNonVoid<position, trump>::partnerWillWin(const Situation& situation,
-                                                             const Deal& deal, PlayerNumber player,
-                                                             const Trick& trick)
-{
-    const std::uint16_t next =
-        CardsConfiguration(situation.cards & deal[nextPlayer(player)]).suit(trick.ledSuit);
-    if constexpr (position == 1) {
-        const std::uint16_t partners =
-            CardsConfiguration(situation.cards & deal[partner(player)]).suit(trick.ledSuit);
-        return partners > next && partners > trick.winningCard;
-    } else {
-        return (deal[partner(player)].suit(trick.ledSuit) & trick.winningCard) != 0 &&
-               trick.winningCard > next;
-    }
-}
-
 template <int position, int trump>
 MoveFast* InTrickMovesGenNonVoid<position, trump>::g(MoveFast* out, const Situation& situation,
                                                      const Deal& deal, const PlayerNumber& player,
@@ -157,11 +138,8 @@ MoveFast* InTrickMovesGenNonVoid<position, trump>::g(MoveFast* out, const Situat
     auto separators = static_cast<std::uint16_t>(inPlay ^ mine);
     if (trick.winningSuit == suit) {
         separators |= trick.winningCard;
-        const bool tryToWin = position == 3
-                                  ? (deal.sideCards(player).suit(suit) & trick.winningCard) == 0
-                                  : !partnerWillWin(situation, deal, player, trick);
         auto winning = static_cast<std::uint16_t>(mine & safeRanks(situation, deal, player, trick));
-        if (tryToWin && winning != 0) {
+        if (winning != 0 && !partnerWillWin<position>(situation, deal, player, trick)) {
             // The cheapest card that wins, then the cards that leave the trick, then the rest.
             mine ^= winning;
             generateLowestGroup(suit, out, winning, separators);

@@ -1,4 +1,5 @@
-// Which suit to try first. The order decides how fast an answer is found, never which one.
+// Which suit to try first, and when to win. The order of moves decides how fast an answer is found,
+// never which one.
 //
 // A holding is worth its ranks and five points a card. It is a good suit to lead where one's own
 // side outweighs the opponent who plays after each of its hands; a void opponent, who may ruff or
@@ -23,10 +24,20 @@ extern std::int32_t strength_oponent[holdingsOfSuit];
 /// How promising it is for `player` to lead the suit; the tables' `leadScore` included.
 int leadWeight(const Situation& situation, const Deal& deal, PlayerNumber player, int suitNumber);
 
-/// How early the moves of one suit come when `player` cannot follow the led suit.
+/// Whether the card that wins the trick so far is the partner's.
+bool partnerIsWinning(const Deal& deal, PlayerNumber player, const Trick& trick);
+
+/// Whether the partner wins the trick without the help of `player`, who plays card `pos`.
+///
+/// A ruff by an opponent still to play is left out of account.
+template <int pos>
+bool partnerWillWin(const Situation& situation, const Deal& deal, PlayerNumber player,
+                    const Trick& trick);
+
+/// How early the moves of one suit come when `player` cannot follow the led suit as card `pos`.
 ///
 /// The longest suit can spare a card. Ruffs come first while the partner is not sure to win.
-template <int trump>
+template <int trump, int pos>
 int voidWeight(const Situation& situation, const Deal& deal, PlayerNumber player,
                const Trick& trick, int suitNumber);
 
@@ -45,17 +56,38 @@ inline int leadWeight(const Situation& situation, const Deal& deal, PlayerNumber
            4 * (strength_with_count[held(0)] - strength_oponent[held(1)]) + record.leadScore;
 }
 
-template <int trump>
+inline bool partnerIsWinning(const Deal& deal, PlayerNumber player, const Trick& trick)
+{
+    return (deal[partner(player)].suit(trick.winningSuit) & trick.winningCard) != 0;
+}
+
+template <int pos>
+bool partnerWillWin(const Situation& situation, const Deal& deal, PlayerNumber player,
+                    const Trick& trick)
+{
+    static_assert(1 <= pos && pos <= 3);
+    const auto held = [&](PlayerNumber of) {
+        return CardsConfiguration(situation.cards & deal[of]).suit(trick.ledSuit);
+    };
+    if constexpr (pos == 1) {
+        return held(partner(player)) > (held(nextPlayer(player)) | trick.winningCard);
+    } else if constexpr (pos == 2) {
+        return partnerIsWinning(deal, player, trick) &&
+               (trick.winningSuit != trick.ledSuit || trick.winningCard > held(nextPlayer(player)));
+    } else {
+        return partnerIsWinning(deal, player, trick);
+    }
+}
+
+template <int trump, int pos>
 int voidWeight(const Situation& situation, const Deal& deal, PlayerNumber player,
                const Trick& trick, int suitNumber)
 {
     const CardsConfiguration mine = situation.cards & deal[player];
     int weight = mine.countInSuit(suitNumber);
     if (suitNumber == trump && weight != 0) {
-        const int led = situation.cards.suit(trick.ledSuit);
-        const int partners = led & deal[partner(player)].suit(trick.ledSuit);
-        const int toBeat = (led & deal[nextPlayer(player)].suit(trick.ledSuit)) | trick.winningCard;
-        weight += partners < toBeat ? 100 : 0;
+        const bool canWin = trick.winningSuit != trump || mine.suit(suitNumber) > trick.winningCard;
+        weight += canWin && !partnerWillWin<pos>(situation, deal, player, trick) ? 100 : 0;
     }
     return weight;
 }

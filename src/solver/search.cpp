@@ -43,6 +43,19 @@ void coverWholeGroup(CardsConfiguration& relevant, const MoveFast& move)
     }
 }
 
+// Writes the cheapest trump that beats the one that has ruffed, and takes it out of the hand.
+void generateOverRuff(MoveFast*& out, CardsConfiguration& hand, CardsConfiguration separators,
+                      const Trick& trick)
+{
+    const std::uint8_t trump = trick.winningSuit;
+    auto higher = static_cast<std::uint16_t>(hand.suit(trump) & ranksAbove(trick.winningCard));
+    if (higher != 0) {
+        const MoveFast* const overRuff = out;
+        generateLowestGroup(trump, out, higher, separators.suit(trump));
+        hand ^= onlySuit(trump, overRuff->equivalents);
+    }
+}
+
 // Brings the move that plays `card`, if there is one, to the front; the others keep their order.
 void moveToFront(MoveFast* begin, MoveFast* end, OneCardInSuit card)
 {
@@ -268,12 +281,15 @@ MoveFast* DDSolver::generateInTrick(MoveFast* out, PlayerNumber player, const Tr
     if (trick.winningSuit != trick.ledSuit) {
         // A trump above the one that has ruffed is not the same as one below it.
         separators.add({trick.winningSuit, trick.winningCard});
+        if (!partnerIsWinning(*deal, player, trick)) {
+            generateOverRuff(out, mine, separators, trick);
+        }
     }
     std::array<std::uint8_t, 3> suits;
     std::array<int, 3> weights;
     for (unsigned place = 0; place < 3; ++place) {
         suits[place] = static_cast<std::uint8_t>((trick.ledSuit + place + 1) & 3);
-        weights[place] = voidWeight<T>(situation, *deal, player, trick, suits[place]);
+        weights[place] = voidWeight<T, pos>(situation, *deal, player, trick, suits[place]);
     }
     generateVoidOptimal(out, mine, separators, suits[0], suits[1], suits[2], weights[0], weights[1],
                         weights[2]);
