@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <cstdint>
 #include <cstdlib>
 #include <exception>
@@ -109,7 +110,7 @@ void print(Totals totals)
     }
     const double count = static_cast<double>(times.size());
     const auto quantile = [&](double part) {
-        return times[static_cast<std::size_t>(part * (count - 1) + 0.5)];
+        return times[static_cast<std::size_t>(std::lround(part * (count - 1)))];
     };
     std::cout << "checksum " << std::hex << totals.checksum << std::dec << '\n'
               << "nodes " << totals.nodes << '\n'

@@ -154,7 +154,7 @@ Move* DDSolver::analizeAll(PlayerNumber player, const Trick& trick, Move* begin,
             // The cards of a hand are mostly worth the same, so each starts from the one before.
             guess = after.tricksOfNext((move - 1)->value);
         }
-        const int tricks = solveTricksToTake(after.next, after.trick, guess);
+        const std::int8_t tricks = solveTricksToTake(after.next, after.trick, guess);
         move->value = after.ownTricks(tricks);
         best = move->value > best->value ? move : best;
     }
@@ -206,7 +206,7 @@ void DDSolver::analizeAllSuits(PlayerNumber player, const OneCardInSuit* trickCa
                 trick.add(trump, card.suit, card.card);
             }
         }
-        tricks[number] = static_cast<unsigned>(solveTricksToTake(player, trick, -1));
+        tricks[number] = static_cast<std::uint8_t>(solveTricksToTake(player, trick, -1));
     }
     trump = before;
     forgetProofs();

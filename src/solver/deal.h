@@ -25,6 +25,8 @@ struct SuitTricks {
     std::int8_t extra;
     /// The hand that is on lead afterwards: the player or his partner.
     PlayerNumber leader;
+
+    bool operator==(const SuitTricks&) const = default;
 };
 
 /// Takes 2.5 megabytes: never on the stack. Nothing is valid before `setHands` or `initHelpers`.

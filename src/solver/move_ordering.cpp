@@ -20,7 +20,7 @@ bool fillStrengthTables()
     strength_oponent[0] = voidOpponentStrength;
     for (unsigned suit = 1; suit < holdingsOfSuit; ++suit) {
         const unsigned high = _highest_bit13[suit];
-        const int rankIndex = _count_bits13[high - 1];
+        const std::int8_t rankIndex = _count_bits13[high - 1];
         strength_with_count[suit] = rankIndex + pointsPerCard + strength_with_count[suit ^ high];
         strength_oponent[suit] = strength_with_count[suit];
     }

@@ -144,7 +144,7 @@ void SuitAnalysis::listTopRounds(int suitNumber, std::uint16_t suit)
     const std::uint16_t* const without = deal.tops[suitNumber][suit ^ low];
     std::uint16_t* const tops = deal.tops[suitNumber][suit];
     const unsigned holding = deal[deal.holderOf(suitNumber, low)].suit(suitNumber) & suit;
-    const int lastRound = _count_bits13[holding];
+    const std::int8_t lastRound = _count_bits13[holding];
     for (int rounds = 0; rounds < ranksOfSuit; ++rounds) {
         tops[rounds] = static_cast<std::uint16_t>(without[rounds] | (rounds < lastRound ? 0 : low));
     }

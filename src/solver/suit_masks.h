@@ -56,7 +56,7 @@ inline CardsConfiguration transformMask(CardsConfiguration a, CardsConfiguration
     std::uint64_t highest = 0;
     for (int suitNumber = 0; suitNumber < suitsCount; ++suitNumber) {
         const std::uint16_t suit = c.suit(suitNumber);
-        const int count = _count_bits13[common.suit(suitNumber)];
+        const std::int8_t count = _count_bits13[common.suit(suitNumber)];
         highest |=
             onlySuit(suitNumber, static_cast<std::uint16_t>(suit & _highest_mask[suit][count]));
     }

@@ -45,7 +45,7 @@ std::uint8_t QuickTricks<T>::operator()(PlayerNumber player, const Deal& deal,
     used = {};
     onLead = player;
     tricks = 0;
-    roundsLeft = rounds;
+    roundsLeft = static_cast<std::uint8_t>(rounds);
     if constexpr (T == NoTrump) {
         for (int suitNumber = 0; suitNumber < suitsCount; ++suitNumber) {
             cashSuit(deal, suitNumber, inPlay.suit(suitNumber), ranksOfSuit);

@@ -42,6 +42,47 @@ std::string owners(const Deal& deal, int suitNumber, unsigned suit)
     return text;
 }
 
+// The highest cards of each hand, taken one by one.
+unsigned slowTopRounds(const Deal& deal, int suitNumber, unsigned suit, int rounds)
+{
+    unsigned cards = 0;
+    for (int player = 0; player < playersCount; ++player) {
+        unsigned holding = suit & deal[player].suit(suitNumber);
+        for (int count = 0; count < rounds; ++count) {
+            cards |= _highest_bit13[holding];
+            holding &= ~unsigned{_highest_bit13[holding]};
+        }
+    }
+    return cards;
+}
+
+// The names of the suit's subsets are the same exactly where the order of the holders is.
+void expectChains(const Deal& deal, int suitNumber)
+{
+    std::map<std::string, std::uint16_t> names;
+    for (unsigned suit = 0; suit < holdingsOfSuit; ++suit) {
+        const std::uint16_t name = deal.suitChain(suitNumber, static_cast<std::uint16_t>(suit));
+        const std::string order = owners(deal, suitNumber, suit);
+        ASSERT_EQ(owners(deal, suitNumber, name), order);
+        ASSERT_EQ(names.emplace(order, name).first->second, name) << order;
+    }
+}
+
+// All that the tables say about one subset of a suit.
+std::string tablesOf(const Deal& deal, int suitNumber, std::uint16_t suit)
+{
+    std::string text = str_contat(deal.suitChain(suitNumber, suit));
+    for (int rounds = 0; rounds < ranksOfSuit; ++rounds) {
+        text += str_contat(' ', deal.topRounds(suitNumber, suit, rounds));
+    }
+    for (int player = 0; player < playersCount; ++player) {
+        const SuitTricks& record = deal.suitTricks(player, suitNumber, suit);
+        text += str_contat(" | ", int{record.tricks}, ' ', int{record.extra}, ' ', record.leader,
+                           ' ', record.winners, ' ', record.leadScore);
+    }
+    return text;
+}
+
 }  // namespace
 
 TEST(Deal, ChainsNameTheOrderOfTheHolders)
@@ -51,14 +92,7 @@ TEST(Deal, ChainsNameTheOrderOfTheHolders)
     for (int round = 0; round < 5; ++round) {
         deal->setHands(randomDeal(random));
         for (int suitNumber = 0; suitNumber < suitsCount; ++suitNumber) {
-            std::map<std::string, std::uint16_t> names;
-            for (unsigned suit = 0; suit < holdingsOfSuit; ++suit) {
-                const std::uint16_t name =
-                    deal->suitChain(suitNumber, static_cast<std::uint16_t>(suit));
-                const std::string order = owners(*deal, suitNumber, suit);
-                ASSERT_EQ(owners(*deal, suitNumber, name), order);
-                ASSERT_EQ(names.emplace(order, name).first->second, name) << order;
-            }
+            expectChains(*deal, suitNumber);
         }
     }
 }
@@ -68,20 +102,11 @@ TEST(Deal, TopRoundsAreTheHighestCardsOfEachHand)
     std::mt19937_64 random(6);
     const auto deal = std::make_unique<Deal>();
     deal->setHands(randomDeal(random));
-    for (int suitNumber = 0; suitNumber < suitsCount; ++suitNumber) {
-        for (unsigned suit = 0; suit < holdingsOfSuit; ++suit) {
-            for (int rounds = 0; rounds < ranksOfSuit; ++rounds) {
-                unsigned cards = 0;
-                for (int player = 0; player < playersCount; ++player) {
-                    unsigned holding = suit & (*deal)[player].suit(suitNumber);
-                    for (int count = 0; count < rounds; ++count) {
-                        cards |= _highest_bit13[holding];
-                        holding &= ~unsigned{_highest_bit13[holding]};
-                    }
-                }
-                ASSERT_EQ(deal->topRounds(suitNumber, static_cast<std::uint16_t>(suit), rounds),
-                          cards);
-            }
+    for (unsigned suit = 0; suit < holdingsOfSuit; ++suit) {
+        for (int rounds = 0; rounds < ranksOfSuit; ++rounds) {
+            ASSERT_EQ(deal->topRounds(Hearts, static_cast<std::uint16_t>(suit), rounds),
+                      slowTopRounds(*deal, Hearts, suit, rounds))
+                << suit << ", " << rounds;
         }
     }
 }
@@ -118,14 +143,13 @@ TEST(Deal, CountsWhatASideCashesInOneSuit)
         deal->setHands(handsOf(example.hands));
         const std::uint16_t suit = deal->allCards().suit(Spades);
         const SuitTricks& record = deal->suitTricks(North, Spades, suit);
-        const SuitTricks& partners = deal->suitTricks(South, Spades, suit);
-        EXPECT_EQ(record.tricks, example.tricks) << example.hands;
-        EXPECT_EQ(record.extra, example.tricks) << example.hands;
-        EXPECT_EQ(record.leader, example.leader) << example.hands;
-        EXPECT_EQ(partners.tricks, example.partnersTricks) << example.hands;
-        EXPECT_EQ(record.leadScore, 256 * (example.tricks - example.partnersTricks));
-        EXPECT_EQ(record.winners, ranksFrom(readWholeHand(example.winners).suit(Spades)) & fullSuit)
-            << example.hands;
+        const std::uint16_t winners = readWholeHand(example.winners).suit(Spades);
+        const SuitTricks expected{
+            static_cast<std::int16_t>(256 * (example.tricks - example.partnersTricks)),
+            static_cast<std::uint16_t>(ranksFrom(winners) & fullSuit),
+            static_cast<std::int8_t>(example.tricks), static_cast<std::int8_t>(example.tricks),
+            example.leader};
+        EXPECT_EQ(record, expected) << example.hands;
     }
 }
 
@@ -142,16 +166,7 @@ TEST(Deal, ASecondDealLeavesNothingOfTheFirst)
         const std::uint16_t all = second.allCards().suit(suitNumber);
         for (unsigned subset = 0; subset <= all; ++subset) {
             const auto suit = static_cast<std::uint16_t>(subset & all);
-            ASSERT_EQ(used->suitChain(suitNumber, suit), fresh->suitChain(suitNumber, suit));
-            ASSERT_EQ(used->topRounds(suitNumber, suit, 12), suit);
-            for (int player = 0; player < playersCount; ++player) {
-                const SuitTricks& record = used->suitTricks(player, suitNumber, suit);
-                const SuitTricks& same = fresh->suitTricks(player, suitNumber, suit);
-                ASSERT_EQ(record.tricks, same.tricks);
-                ASSERT_EQ(record.winners, same.winners);
-                ASSERT_EQ(record.leader, same.leader);
-                ASSERT_EQ(record.leadScore, same.leadScore);
-            }
+            ASSERT_EQ(tablesOf(*used, suitNumber, suit), tablesOf(*fresh, suitNumber, suit));
         }
     }
 }

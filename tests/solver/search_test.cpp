@@ -44,46 +44,45 @@ void expectBound(const Hands& hands, Trump trump, PlayerNumber leader, int targe
     }
 }
 
-void expectRelevanceIsEnough(DDSolver& solver, std::mt19937_64& random, const Hands& hands)
+// Whatever is dealt to the hands outside the relevance that comes with a bound.
+void expectRelevanceIsEnough(PlayingSolver& solver, std::mt19937_64& random, PlayerNumber leader)
 {
-    const Trump trump = allTrumps[random() % 5];
-    solver.setHands(hands);
-    solver.set_trump_suit(trump);
-    for (const PlayerNumber leader : allPlayers) {
-        for (std::int8_t target = 1; target <= hands[leader].count(); ++target) {
-            CardsConfiguration relevant;
-            const int bound = solver.searchStartTrick(target, leader, relevant);
-            for (int round = 0; round < 2; ++round) {
-                const Hands other = shuffledOutside(random, hands, relevant);
-                ASSERT_NO_FATAL_FAILURE(expectBound(other, trump, leader, target, bound))
-                    << "from " << describe(hands, trump, leader) << ", target " << int{target}
-                    << ", relevant " << (relevant & fullDeck);
-            }
+    const Hands hands = solver.handsLeft();
+    for (int target = 1; target <= solver.tricksLeft(); ++target) {
+        CardsConfiguration relevant;
+        const std::int8_t bound =
+            solver.searchStartTrick(static_cast<std::int8_t>(target), leader, relevant);
+        for (int round = 0; round < 2; ++round) {
+            SCOPED_TRACE(str_contat("from ", describe(hands, solver.getTrump(), leader),
+                                    ", target ", target, ", relevant ",
+                                    CardsConfiguration(relevant & fullDeck)));
+            expectBound(shuffledOutside(random, hands, relevant), solver.getTrump(), leader, target,
+                        bound);
         }
     }
 }
 
-// Walks to and fro in a play and asks at every step.
+// One step to or fro, so that what was proved before serves again.
+void playOrTakeBack(PlayingSolver& solver, std::mt19937_64& random)
+{
+    const bool canPlay = solver.getSituation().cardsCount > 4;
+    if (canPlay && (!solver.canTakeBack() || random() % 3 != 0)) {
+        solver.playRandomCard(random);
+    } else {
+        solver.takeBack();
+    }
+}
+
 void expectRightInMidTrick(PlayingSolver& solver, std::mt19937_64& random)
 {
-    for (int step = 0; step < 30; ++step) {
-        const bool canPlay = solver.getSituation().cardsCount > 4;
-        const bool forward = canPlay && (solver.onTable.empty() || random() % 3 != 0);
-        if (forward) {
-            solver.playRandomCard(random);
-        } else if (solver.canTakeBack()) {
-            solver.takeBack();
-        }
-        const Hands left = solver.handsLeft();
-        const int truth = referenceTricks(left, solver.getTrump(), solver.player, solver.onTable);
-        const auto target = static_cast<std::int8_t>(
-            static_cast<int>(random() % static_cast<unsigned>(solver.tricksLeft() + 3)) - 1);
-        ASSERT_EQ(solver.solveCanTake(target, solver.player, solver.trick), truth >= target)
-            << int{target} << " of " << truth << " in "
-            << describe(left, solver.getTrump(), solver.player) << " to " << solver.trick;
-        ASSERT_EQ(solver.solveTricksToTake(solver.player, solver.trick, target), truth)
-            << describe(left, solver.getTrump(), solver.player) << " to " << solver.trick;
-    }
+    const Hands left = solver.handsLeft();
+    const int truth = referenceTricks(left, solver.getTrump(), solver.player, solver.onTable);
+    const auto targets = static_cast<unsigned>(solver.tricksLeft()) + 3;  // from -1 to one too many
+    const auto target = static_cast<std::int8_t>(static_cast<int>(random() % targets) - 1);
+    SCOPED_TRACE(str_contat(describe(left, solver.getTrump(), solver.player), " to ", solver.trick,
+                            ", target ", int{target}));
+    ASSERT_EQ(solver.solveCanTake(target, solver.player, solver.trick), truth >= target);
+    ASSERT_EQ(solver.solveTricksToTake(solver.player, solver.trick, target), truth);
 }
 
 class Search : public testing::Test {
@@ -96,45 +95,30 @@ protected:
 
 TEST_F(Search, AgreesWithThePlainOneOnSmallEndings)
 {
-    struct Size {
-        int length, endings;  // of each kind
-    };
-    for (const Size size : {Size{2, 1400}, {3, 1800}, {4, 750}, {5, 50}}) {
-        for (const EndingKind kind : allEndingKinds) {
-            for (int round = 0; round < effort(size.endings); ++round) {
-                ASSERT_NO_FATAL_FAILURE(
-                    expectAllResults(*solver, randomEnding(random, size.length, kind)));
-            }
-        }
-    }
+    forRandomEndings(random, {{2, 1400}, {3, 1800}, {4, 750}, {5, 60}},
+                     [&](const Hands& hands) { expectAllResults(*solver, hands); });
 }
 
 TEST_F(Search, IsRightWhateverTheIrrelevantCardsAre)
 {
-    struct Size {
-        int length, endings;
-    };
-    for (const Size size : {Size{3, 1000}, {4, 600}, {5, 60}}) {
-        for (const EndingKind kind : allEndingKinds) {
-            for (int round = 0; round < effort(size.endings); ++round) {
-                ASSERT_NO_FATAL_FAILURE(expectRelevanceIsEnough(
-                    *solver, random, randomEnding(random, size.length, kind)));
-            }
+    forRandomEndings(random, {{3, 1000}, {4, 600}, {5, 60}}, [&](const Hands& hands) {
+        solver->start(hands, allTrumps[random() % 5], North);
+        for (const PlayerNumber leader : allPlayers) {
+            expectRelevanceIsEnough(*solver, random, leader);
         }
-    }
+    });
 }
 
 TEST_F(Search, IsRightInMidTrickWithAWarmTable)
 {
-    for (const EndingKind kind : allEndingKinds) {
-        for (int round = 0; round < effort(60); ++round) {
-            const Trump trump = allTrumps[random() % 5];
-            const PlayerNumber leader = allPlayers[random() % 4];
-            solver = std::make_unique<PlayingSolver>();
-            solver->start(randomEnding(random, 4, kind), trump, leader);
-            ASSERT_NO_FATAL_FAILURE(expectRightInMidTrick(*solver, random));
+    forRandomEndings(random, {{4, 60}}, [&](const Hands& hands) {
+        solver = std::make_unique<PlayingSolver>();
+        solver->start(hands, allTrumps[random() % 5], allPlayers[random() % 4]);
+        for (int step = 0; step < 30 && !HasFatalFailure(); ++step) {
+            playOrTakeBack(*solver, random);
+            expectRightInMidTrick(*solver, random);
         }
-    }
+    });
 }
 
 TEST_F(Search, KnowsThePlaysThatBooksName)

@@ -23,7 +23,7 @@ void expectAllTricks(DDSolver& solver, const SolvedDeal& deal)
     for (const Trump trump : {Spades, Hearts, Diamonds, Clubs, NoTrump}) {
         solver.set_trump_suit(trump);
         for (const PlayerNumber declarer : {North, East, South, West}) {
-            const int defence = solver.solveTricksToTake(nextPlayer(declarer), Trick(), -1);
+            const std::int8_t defence = solver.solveTricksToTake(nextPlayer(declarer), Trick(), -1);
             EXPECT_EQ(cardsOfHand - defence, *tricks++) << describe(deal.hands, trump, declarer);
         }
     }
@@ -50,7 +50,7 @@ int tricksAfterPlay(PlayingSolver& solver, PlayerNumber declarer, const std::str
             {static_cast<std::uint8_t>(charToSuitNumber(word[0])), charToSuitCard(word[1])});
         won += solver.onTable.empty() && ((solver.player ^ declarer) & 1) == 0 ? 1 : 0;
     }
-    const int tricks = solver.solveTricksToTake(solver.player, solver.trick, -1);
+    const std::int8_t tricks = solver.solveTricksToTake(solver.player, solver.trick, -1);
     const bool declarersSide = ((solver.player ^ declarer) & 1) == 0;
     return won + (declarersSide ? tricks : solver.tricksLeft() - tricks);
 }

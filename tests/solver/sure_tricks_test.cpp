@@ -44,22 +44,18 @@ std::unique_ptr<Deal> dealOf(const Hands& hands)
     return deal;
 }
 
-void expectPromiseKept(std::mt19937_64& random, const Hands& hands)
+// The tricks counted can be taken, whatever is dealt to the hands outside the winners' ranks.
+void expectPromiseKept(std::mt19937_64& random, const Hands& hands, Trump trump,
+                       PlayerNumber leader)
 {
-    const auto deal = dealOf(hands);
-    for (const Trump trump : {Clubs, Diamonds, Hearts, Spades, NoTrump}) {
-        for (const PlayerNumber leader : {North, East, South, West}) {
-            const Count sure = count(trump, leader, *deal);
-            ASSERT_TRUE(referenceCanTake(hands, trump, leader, sure.tricks))
-                << sure.tricks << " in " << describe(hands, trump, leader);
-            for (int round = 0; sure.tricks > 0 && round < 3; ++round) {
-                const Hands other = shuffledOutside(random, hands, coverOf(sure.winners));
-                ASSERT_TRUE(referenceCanTake(other, trump, leader, sure.tricks))
-                    << sure.tricks << " in " << describe(hands, trump, leader) << " on "
-                    << (coverOf(sure.winners) & fullDeck) << ", not so in "
-                    << describe(other, trump, leader);
-            }
-        }
+    const Count sure = count(trump, leader, *dealOf(hands));
+    SCOPED_TRACE(str_contat(sure.tricks, " in ", describe(hands, trump, leader), " on ",
+                            CardsConfiguration(coverOf(sure.winners) & fullDeck)));
+    ASSERT_TRUE(referenceCanTake(hands, trump, leader, sure.tricks));
+    for (int round = 0; sure.tricks > 0 && round < 3; ++round) {
+        const Hands other = shuffledOutside(random, hands, coverOf(sure.winners));
+        ASSERT_TRUE(referenceCanTake(other, trump, leader, sure.tricks))
+            << "not in " << describe(other, trump, leader);
     }
 }
 
@@ -81,8 +77,7 @@ TEST(LastTrick, GoesToTheHighestTrumpOrElseToTheHighestCardOfTheSuitLed)
         {Hearts, "A... .2.. .3.. Q...", true, ".3.."},
         {Hearts, "2... 3... K... ...A", true, "K..."},
     };
-    DDSolver* const solver = new DDSolver;
-    const std::unique_ptr<DDSolver> owner(solver);
+    const auto solver = std::make_unique<DDSolver>();
     for (const Case& example : cases) {
         solver->setHands(handsOf(example.hands));
         CardsConfiguration relevant;
@@ -91,12 +86,20 @@ TEST(LastTrick, GoesToTheHighestTrumpOrElseToTheHighestCardOfTheSuitLed)
                               : solver->searchLastTrick<NoTrump>(North, relevant);
         EXPECT_EQ(wins, example.northWins) << example.hands;
         EXPECT_EQ(relevant, coverOf(readWholeHand(example.relevant))) << example.hands;
-        CardsConfiguration others;
-        if (example.trump == NoTrump && relevant.suit(Spades) != 0) {
-            EXPECT_EQ(solver->hasHighestInSuit<Spades>(North, others), wins) << example.hands;
-            EXPECT_EQ(others, relevant);
-        }
     }
+}
+
+TEST(LastTrick, ACardAloneInItsSuitWinsWhateverItsRank)
+{
+    const auto solver = std::make_unique<DDSolver>();
+    solver->setHands(handsOf("2... 3... .4.. ..5."));
+    CardsConfiguration relevant;
+    EXPECT_FALSE(solver->hasHighestInSuit<Spades>(North, relevant));
+    EXPECT_EQ(relevant, coverOf(readWholeHand("3...")));
+    relevant = {};
+    EXPECT_TRUE(solver->hasHighestInSuit<Hearts>(North, relevant));
+    EXPECT_FALSE(solver->hasHighestInSuit<Diamonds>(North, relevant));
+    EXPECT_TRUE(relevant.empty());
 }
 
 TEST(QuickTricks, CountSuitAfterSuitFromTheHandOnLead)
@@ -168,15 +171,13 @@ TEST(QuickTricks, RelyOnWhichPartnerWins)
 TEST(QuickTricks, HoldWhateverTheOtherCardsAre)
 {
     std::mt19937_64 random(11);
-    for (int length = 2; length <= 5; ++length) {
-        const int endings = length < 5 ? effort(400) : effort(60);
-        for (const EndingKind kind : allEndingKinds) {
-            for (int round = 0; round < endings; ++round) {
-                ASSERT_NO_FATAL_FAILURE(
-                    expectPromiseKept(random, randomEnding(random, length, kind)));
+    forRandomEndings(random, {{2, 400}, {3, 400}, {4, 400}, {5, 60}}, [&](const Hands& hands) {
+        for (const Trump trump : {Clubs, Diamonds, Hearts, Spades, NoTrump}) {
+            for (const PlayerNumber leader : {North, East, South, West}) {
+                expectPromiseKept(random, hands, trump, leader);
             }
         }
-    }
+    });
 }
 
 }  // namespace trikon

@@ -129,19 +129,17 @@ TEST(TranspositionTable, ForgetsPositionsWithFewCards)
     const CardsConfiguration hands[] = {setOf("AKQ..."), setOf(".AKQ.."), setOf("..AKQ."),
                                         setOf("...AKQ")};
     const auto table = std::make_unique<TranspositionTable>();
-    const char* const positions[] = {"AKQ.AKQ.AKQ.AKQ", "AK.AK.AK.AK", "A.A.A.A"};
-    for (const char* const position : positions) {
-        for (const PlayerNumber leader : {North, East, South, West}) {
-            const TrickCountConfiguration counts(setOf(position), hands);
-            table->node(leader, counts).bestMove = {Spades, 1};
-        }
+    const TrickCountConfiguration whole(setOf("AKQ.AKQ.AKQ.AKQ"), hands);
+    for (const PlayerNumber leader : {North, East, South, West}) {
+        table->node(leader, whole).bestMove = {Spades, 1};
+        table->node(leader, {setOf("AK.AK.AK.AK"), hands});
+        table->node(leader, {setOf("A.A.A.A"), hands});
     }
     EXPECT_EQ(table->nodesCount(), 12u);
     table->clear_most(4);
     EXPECT_EQ(table->nodesCount(), 8u);
     table->clear_most(8);
     EXPECT_EQ(table->nodesCount(), 4u);
-    const TrickCountConfiguration whole(setOf(positions[0]), hands);
     EXPECT_EQ(table->node(West, whole).bestMove.suit, Spades);
     EXPECT_EQ(table->nodesCount(), 4u);
     table->clear();

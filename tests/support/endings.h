@@ -4,7 +4,11 @@
 #include "cards/hands.h"
 #include "cards/players_and_trumps.h"
 
+#include <gtest/gtest.h>
+
 #include <cstdint>
+#include <initializer_list>
+#include <iterator>
 #include <random>
 #include <string>
 #include <vector>
@@ -45,6 +49,27 @@ std::string describe(const Hands& hands, Trump trump, PlayerNumber player);
 /// The environment variable TAMREL_TEST_EFFORT gives per cent: 100 is the ordinary run, sanitizer
 /// builds default to less, and 10000 or more is a run of hours.
 int effort(int count);
+
+/// How many endings of each kind to try, before `effort`.
+struct EndingCount {
+    int length;
+    int endings;
+};
+
+/// Calls `check` with random endings until a fatal failure, each length in each kind in turn.
+template <class Check>
+void forRandomEndings(std::mt19937_64& random, std::initializer_list<EndingCount> counts,
+                      const Check& check)
+{
+    for (const EndingCount& count : counts) {
+        for (int number = effort(count.endings) * static_cast<int>(std::size(allEndingKinds));
+             number > 0 && !testing::Test::HasFatalFailure(); --number) {
+            const auto kind =
+                allEndingKinds[static_cast<unsigned>(number) % std::size(allEndingKinds)];
+            check(randomEnding(random, count.length, kind));
+        }
+    }
+}
 
 /// One line of the deals under tests/data: the hands and the 20 results behind them.
 struct SolvedDeal {
