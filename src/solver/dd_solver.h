@@ -111,7 +111,7 @@ public:
     template <int suit>
     bool hasHighestInSuit(PlayerNumber player, CardsConfiguration& relevant) const;
 
-    /// The card plays that searches have looked at since the solver was made.
+    /// The positions that searches have looked into since the solver was made.
     std::uint64_t nodesSearched() const { return nodes; }
     const TranspositionTable& getTable() const { return table; }
 

@@ -142,7 +142,7 @@ std::int8_t DDSolver::searchStartTrick(std::int8_t target, PlayerNumber player,
         return static_cast<std::int8_t>(sure);
     }
 
-    // Step 3. Ask the table. It answers in names, which are told here in the ranks of the moment.
+    // Step 3. Ask the table. It answers in names, and the caller is told ranks.
     const CardsConfiguration pattern = deal->pattern(situation.cards);
     TranspositionTable::Node& node = table.node(player, situation.counts);
     std::uint64_t cover = 0;
@@ -152,17 +152,17 @@ std::int8_t DDSolver::searchStartTrick(std::int8_t target, PlayerNumber player,
         return known;
     }
 
-    // Step 4. Order the leads by suit, step 5, within the suits; the best of before comes first.
+    // Step 4. Generate the leads, suit by suit; what was best here before comes first.
     std::array<MoveFast, cardsOfHand> leads;
     MoveFast* const end = generateLeads(leads.data(), player, node.bestMove);
     moveToFront(leads.data(), end, node.bestMove);
 
-    // Step 6. Try the leads until the other side falls short.
+    // Step 5. Try the leads until the other side falls short.
     const auto othersTarget = static_cast<std::int8_t>(tricksLeft - target + 1);
     const Tried tried = tryMoves<T, 0>(leads.data(), end, othersTarget, player, Trick());
     const auto bound = static_cast<std::int8_t>(tricksLeft - tried.othersTricks);
 
-    // Step 7. Remember the answer and what brought it about.
+    // Step 6. Remember the answer and what brought it about.
     const CardsConfiguration named = transformRelevance(tried.relevant, situation.cards, pattern);
     CardsConfiguration stored = pattern;
     if (tried.winner != nullptr) {

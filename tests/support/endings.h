@@ -46,8 +46,8 @@ std::string describe(const Hands& hands, Trump trump, PlayerNumber player);
 
 /// `count` scaled to how thorough this run is to be, at least 1.
 ///
-/// The environment variable TAMREL_TEST_EFFORT gives per cent: 100 is the ordinary run, sanitizer
-/// builds default to less, and 10000 or more is a run of hours.
+/// The environment variable TAMREL_TEST_EFFORT gives per cent: 100 is the ordinary run, 5 that of
+/// debug and sanitizer builds, and 10000 takes an hour.
 int effort(int count);
 
 /// How many endings of each kind to try, before `effort`.
