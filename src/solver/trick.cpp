@@ -23,6 +23,9 @@ Trick::Trick(Trump trump, const Deal& deal, CardsConfiguration cards, std::int8_
 
 std::ostream& operator<<(std::ostream& out, const Trick& trick)
 {
+    if (trick.winningCard == 0) {
+        return out << "..";
+    }
     out << suitNumberToChar(trick.ledSuit) << ".." << cardToChar(trick.winningCard)
         << suitNumberToChar(trick.winningSuit);
     return trick.followed != 0 ? out << '!' : out;

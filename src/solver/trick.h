@@ -37,7 +37,7 @@ struct Trick {
     bool operator==(const Trick&) const = default;
 };
 
-/// The suit led, "..", the winning card, and "!" when it is `followed`: "H..AS!".
+/// The suit led, "..", the winning card, and "!" when it is `followed`: "H..AS!"; ".." if no card.
 std::ostream& operator<<(std::ostream& out, const Trick& trick);
 
 // --- inline definitions ---

@@ -25,6 +25,7 @@ TEST(Trick, IsWonByTheHighestTrumpOrElseByTheHighestCardOfTheSuitLed)
         const char* trick;
     };
     const Case cases[] = {
+        {NoTrump, "2... ... ... ...", 0, ".."},
         {NoTrump, "2... ... ... ...", 1, "S..2S"},
         {NoTrump, "T... 9... J... Q...", 4, "S..QS!"},
         {NoTrump, "T... 9... 8... .A..", 4, "S..TS!"},
