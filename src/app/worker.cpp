@@ -69,9 +69,11 @@ void Worker::operator()()
         while (dealOnce()) {
         }
     } catch (...) {
+        clearSolvers();
         printQueue.terminateWork();
         throw;
     }
+    clearSolvers();
 }
 
 bool Worker::dealOnce()
@@ -85,8 +87,7 @@ bool Worker::dealOnce()
         return false;
     }
     stats();
-    return printQueue.setDetails(
-        number, Hands(*hands[North], *hands[East], *hands[South], *hands[West]), counters, remarks);
+    return printQueue.setDetails(number, currentDeal(), counters, remarks);
 }
 
 void Worker::dealHands()
@@ -94,7 +95,16 @@ void Worker::dealHands()
     // A filter may have counted and remarked on a deal that was then dropped.
     counters.clear();
     remarks.clear();
+    clearSolvers();
     randomSource.deal(*hands[North], *hands[East], *hands[South], *hands[West]);
+}
+
+Hands Worker::currentDeal() const
+{
+    if (hands[North] == nullptr) {
+        throw std::runtime_error(translate("no deal yet"));
+    }
+    return {*hands[North], *hands[East], *hands[South], *hands[West]};
 }
 
 bool Worker::filter()

@@ -10,11 +10,14 @@
 #include "app/print_queue.h"
 #include "cards/hands.h"
 #include "dealer/random_source.h"
+#include "lua/script_solver.h"
 
 #include <lua.hpp>
 
 #include <atomic>
+#include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace trikon {
@@ -46,6 +49,15 @@ public:
     /// The arguments are Lua strings at 1 to the top; `separate` puts a blank between them.
     void add_remark(lua_State* callingState, bool separate);
 
+    // The double-dummy questions of scripts; `commands` is null where a script gave none. The deal
+    // in hand must be there: std::runtime_error while the scripts are being loaded.
+
+    std::optional<int> tricks(PlayerNumber declarer, Trump trump, const char* commands);
+    std::optional<bool> canTake(std::int64_t n, PlayerNumber declarer, Trump trump,
+                                const char* commands);
+    /// The player named at `index` by a letter or by the hand itself; raises a Lua argument error.
+    PlayerNumber luaCheckPlayerNr(lua_State* callingState, int index) const;
+
 private:
     struct CloseState {
         void operator()(lua_State* opened) const { lua_close(opened); }
@@ -57,10 +69,13 @@ private:
     // Registers the script functions that need the worker.
     void luaopen_Worker();
     void luaAddFunctionUsingWorker(lua_CFunction function, const char* name);
+    void luaAddCardSetMethodUsingWorker(lua_CFunction function, const char* name);
 
     // Deals once and reports the deal; false when no more deals are needed.
     bool dealOnce();
     void dealHands();
+    Hands currentDeal() const;
+    void clearSolvers() { solver.clear(); }
     bool filter();
     void stats() const;
     bool pushScriptFunction(const char* name) const;
@@ -73,6 +88,7 @@ private:
     // The hands that the script sees as N, E, S, W; they live in the Lua state, kept by its
     // registry.
     CardsConfiguration* hands[playersCount] = {};
+    ScriptSolver solver;
     NamedCounters counters;
     std::string remarks;
 };

@@ -1,9 +1,14 @@
-// The script functions that need the worker: statistics and remarks of the current deal.
+// The script functions that need the worker: statistics and remarks of the current deal, and what
+// the solver says of it.
 //
 // A Lua error jumps over C++ destructors, so each function reads its arguments first and then works
 // in a block that turns exceptions into errors once its objects are gone.
 #include "app/worker.h"
+#include "lua/card_set.h"
 #include "lua/lua_error.h"
+
+#include <algorithm>
+#include <iterator>
 
 namespace trikon {
 
@@ -65,6 +70,59 @@ int remark(lua_State* state) { return addRemark(state, false); }
 // note(value, ...): as remark, with blanks between the values
 int note(lua_State* state) { return addRemark(state, true); }
 
+// The declarer, trump and commands of a call that begin at an argument; null commands for none.
+struct Contract {
+    PlayerNumber declarer;
+    Trump trump;
+    const char* commands;
+};
+
+// The text of the commands stays on the stack.
+Contract getSolverLua(lua_State* state, int first)
+{
+    const PlayerNumber declarer = workerOf(state).luaCheckPlayerNr(state, first);
+    const Trump trump = luaCheckTrump(state, first + 1, true);
+    const bool hasCommands = lua_gettop(state) > first + 1;
+    return {declarer, trump, hasCommands ? pushTextOf(state, first + 2).data() : nullptr};
+}
+
+// tricks(player, trump [, commands]) -> number, or nil when a card cannot be played
+int tricks(lua_State* state)
+{
+    const Contract contract = getSolverLua(state, 1);
+    int found = -1;
+    raiseWhatThrows(state, [&] {
+        found = workerOf(state)
+                    .tricks(contract.declarer, contract.trump, contract.commands)
+                    .value_or(found);
+    });
+    if (found < 0) {
+        lua_pushnil(state);
+    } else {
+        lua_pushinteger(state, found);
+    }
+    return 1;
+}
+
+// cantake(n, player, trump [, commands]) -> boolean, or nil when a card cannot be played
+int cantake(lua_State* state)
+{
+    const lua_Integer n = luaL_checkinteger(state, 1);
+    const Contract contract = getSolverLua(state, 2);
+    enum { Unknown, No, Yes } answer = Unknown;
+    raiseWhatThrows(state, [&] {
+        const std::optional<bool> can =
+            workerOf(state).canTake(n, contract.declarer, contract.trump, contract.commands);
+        answer = !can ? Unknown : *can ? Yes : No;
+    });
+    if (answer == Unknown) {
+        lua_pushnil(state);
+    } else {
+        lua_pushboolean(state, answer == Yes ? 1 : 0);
+    }
+    return 1;
+}
+
 }  // namespace
 
 void Worker::count(const std::string& name, double value) { counters[name].add(value); }
@@ -88,6 +146,39 @@ void Worker::add_remark(lua_State* callingState, bool separate)
     }
 }
 
+std::optional<int> Worker::tricks(PlayerNumber declarer, Trump trump, const char* commands)
+{
+    return solver.tricks(currentDeal(), declarer, trump, commands);
+}
+
+std::optional<bool> Worker::canTake(std::int64_t n, PlayerNumber declarer, Trump trump,
+                                    const char* commands)
+{
+    return solver.canTake(n, currentDeal(), declarer, trump, commands);
+}
+
+PlayerNumber Worker::luaCheckPlayerNr(lua_State* callingState, int index) const
+{
+    PlayerNumber player = NoPlayer;
+    if (const void* const value = lua_touserdata(callingState, index)) {
+        // A copy of a hand is no player: it must be the hand itself.
+        const auto* const found = std::find(std::begin(hands), std::end(hands), value);
+        player = found == std::end(hands) ? NoPlayer
+                                          : static_cast<PlayerNumber>(found - std::begin(hands));
+    } else {
+        std::size_t length = 0;
+        const char* const name = lua_tolstring(callingState, index, &length);
+        player = name != nullptr && length == 1 ? charToPlayer(*name) : NoPlayer;
+    }
+    if (player == NoPlayer) {
+        luaL_argerror(
+            callingState, index,
+            lua_pushfstring(callingState, "%s expected, got %s", "name of player: N, E, S or W",
+                            luaL_typename(callingState, index)));
+    }
+    return player;
+}
+
 void Worker::luaAddFunctionUsingWorker(lua_CFunction function, const char* name)
 {
     lua_pushlightuserdata(luaState(), this);
@@ -95,9 +186,22 @@ void Worker::luaAddFunctionUsingWorker(lua_CFunction function, const char* name)
     lua_setglobal(luaState(), name);
 }
 
+void Worker::luaAddCardSetMethodUsingWorker(lua_CFunction function, const char* name)
+{
+    lua_getglobal(luaState(), "C");
+    lua_pushlightuserdata(luaState(), this);
+    lua_pushcclosure(luaState(), function, 1);
+    lua_setfield(luaState(), -2, name);
+    lua_pop(luaState(), 1);
+}
+
 void Worker::luaopen_Worker()
 {
     luaAddFunctionUsingWorker(trikon::count, "count");
+    luaAddFunctionUsingWorker(trikon::tricks, "tricks");
+    luaAddCardSetMethodUsingWorker(trikon::tricks, "tricks");
+    luaAddFunctionUsingWorker(cantake, "cantake");
+    luaAddCardSetMethodUsingWorker(cantake, "cantake");
     luaAddFunctionUsingWorker(remark, "remark");
     luaAddFunctionUsingWorker(note, "note");
 }

@@ -92,7 +92,7 @@ TEST(InteractiveDDSolver, WhatACardLeavesOutIsDeduced)
         {"Q", "SQ"},
         {"SQ x", "SQ SK"},
         {"SQ K x 7", "SQ SK S4 S7"},
-        {"SQ x x x x x", "SQ SK S4 S6|SA S5"},
+        {"SQ x x x S x", "SQ SK S4 S6|SA S5"},
         {"CK S", "CK SK"},
         {"CK 2", "CK H2"},
         {"CK 2 2", "CK H2 D2"},

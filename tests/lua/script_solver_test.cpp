@@ -1,0 +1,84 @@
+// Questions of scripts about a deal: declarer's tricks, lines of play, and the solvers kept for it.
+#include "lua/script_solver.h"
+
+#include "support/literals.h"
+
+#include <gtest/gtest.h>
+
+namespace trikon {
+
+namespace {
+
+// Four cards each. In no trump West's clubs run when he leads; with spades as trumps North ruffs.
+const Hands deal = hands("AK.2.3.", "54..24.", "76.A.5.", "2.3..AK");
+
+TEST(ScriptSolver, TricksAreThoseOfDeclarersSideWhoeverIsToPlay)
+{
+    ScriptSolver solver;
+    const auto tricks = [&](PlayerNumber declarer, const char* commands) {
+        return solver.tricks(deal, declarer, NoTrump, commands);
+    };
+    EXPECT_EQ(tricks(South, nullptr), 2) << "West cashes two clubs and must then give up the lead";
+    EXPECT_EQ(tricks(South, "CA"), 2);
+    EXPECT_EQ(tricks(South, "CA H2 D2 S6"), 2) << "the trick that West won is the defenders'";
+    EXPECT_EQ(tricks(South, "S2 SK S4 S6"), 4) << "a spade lead gives all tricks away";
+    EXPECT_EQ(tricks(North, "D4"), 4) << "with East on lead the clubs are never cashed";
+    EXPECT_EQ(tricks(South, "S2 SK S4 S6 ua"), 2);
+    EXPECT_EQ(tricks(South, "CA x CK"), std::nullopt) << "what East discards is not told";
+}
+
+TEST(ScriptSolver, CanTakeAgreesWithTricks)
+{
+    ScriptSolver solver;
+    for (int trump = Clubs; trump <= NoTrump; ++trump) {
+        for (int declarer = North; declarer <= West; ++declarer) {
+            for (const char* commands : {"", "x", "x x", "x x x x"}) {
+                const auto player = static_cast<PlayerNumber>(declarer);
+                const auto tricks =
+                    solver.tricks(deal, player, static_cast<Trump>(trump), commands);
+                for (int n = -1; n <= 5; ++n) {
+                    const auto can =
+                        solver.canTake(n, deal, player, static_cast<Trump>(trump), commands);
+                    EXPECT_EQ(can.has_value(), tricks.has_value());
+                    EXPECT_TRUE(!can || *can == (n <= *tricks))
+                        << trump << declarer << commands << n;
+                }
+            }
+        }
+    }
+}
+
+TEST(ScriptSolver, OneSolverATrumpAndOneDealServeAllQuestions)
+{
+    ScriptSolver solver;
+    const InteractiveDDSolver* const hearts = solver.getSolver(deal, North, Hearts, "S4");
+    EXPECT_EQ(solver.getSolver(deal, East, Hearts, nullptr), hearts);
+    EXPECT_EQ(hearts->playerToPlay(), South) << "the card of the first question is taken back";
+    const InteractiveDDSolver* const clubs = solver.getSolver(deal, North, Clubs, nullptr);
+    EXPECT_EQ(clubs->getDeal(), hearts->getDeal()) << "the deal is prepared once";
+
+    solver.tricks(deal, North, Hearts, nullptr);
+    const std::uint64_t nodes = hearts->nodesSearched();
+    solver.tricks(deal, North, Hearts, nullptr);
+    EXPECT_LE(hearts->nodesSearched(), nodes + 4) << "what was proved is found again";
+
+    const std::weak_ptr<const Deal> kept = hearts->getDeal();
+    solver.clear();
+    EXPECT_TRUE(kept.expired()) << "nothing outlives its deal";
+}
+
+TEST(ScriptSolver, ABadCommandIsAnErrorAndAnEmptyDealGivesNoTricks)
+{
+    ScriptSolver solver;
+    EXPECT_EQ(errorOf([&] { solver.tricks(deal, North, Hearts, "play"); }),
+              "Error in \"play\": unrecognized command");
+    EXPECT_EQ(errorOf([&] { solver.canTake(1, deal, North, Hearts, "SKx"); }),
+              "Error in \"SKx\" at position 3: unexpected character \"x\"");
+    EXPECT_TRUE(solver.tricks(deal, North, Hearts, nullptr).has_value()) << "and then goes on";
+    solver.clear();
+    EXPECT_EQ(solver.tricks(Hands(), North, Spades, nullptr), 0);
+}
+
+}  // namespace
+
+}  // namespace trikon
