@@ -3,5 +3,5 @@
 set -euo pipefail
 build=$1
 cd "$(dirname "$0")/../.."
-git ls-files 'src/*.cpp' 'tests/*.cpp' 'benchmarks/*.cpp' |
+find src tests benchmarks -name '*.cpp' |
     xargs -P "$(nproc)" -n 1 clang-tidy -p "$build" --quiet 2> >(grep -v 'warnings generated' >&2)
