@@ -83,6 +83,9 @@ std::optional<bool> ScriptSolver::canTake(std::int64_t n, const Hands& hands, Pl
 
 void ScriptSolver::clear()
 {
+    if (deal == nullptr) {
+        return;  // as for nearly every deal: no script has asked
+    }
     for (std::unique_ptr<InteractiveDDSolver>& solver : solvers) {
         solver.reset();
     }
