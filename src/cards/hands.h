@@ -53,6 +53,47 @@ public:
     std::ostream& writeToPBN(std::ostream& out, PlayerNumber first, std::uint64_t mask) const;
     std::string toPBNString(PlayerNumber first, std::uint64_t mask) const;
 
+    // The readers below throw the parser_error family; the deal is then partly filled and
+    // worthless. An `order` names the four players once each ("ESWN").
+
+    /// Reads the hand of the first player of `order` who holds no card; answers his place, 0 to 3.
+    ///
+    /// The hand is in dot form or plain form, within the line if `lineBounded`; a card that
+    /// somebody holds is an error. It must be as long as the hand before it in the order, else
+    /// bad_suit_len. With `completeLast` the third hand of 13 cards gives the fourth, and the
+    /// answer is 3. Answers -1 and reads nothing when all four hold cards.
+    int readNextPlayer(std::istream& in, const char* order, bool completeLast, bool lineBounded);
+
+    /// Reads the hands of all players of `order` in turn, as `readNextPlayer` does.
+    ///
+    /// Hands without cards in front of the first one are passed over.
+    std::istream& readAllPlayers(std::istream& in, const char* order, bool completeLast,
+                                 bool lineBounded);
+
+    /// Reads a diagram: North; then West and East side by side, suit by suit; then South.
+    ///
+    /// Each holding may stand behind a word that marks its suit, as `toString` writes it with
+    /// letters. With `completeLast` three hands of 13 cards give South's, and what stands in his
+    /// place is left unread. With `retryFirst` words in front of North's hand are passed over.
+    /// West and East must be as long as North, else bad_suit_len; South's length is not looked at.
+    std::istream& readMixedDirectionHands(std::istream& in, bool completeLast, bool retryFirst);
+
+    /// Reads what `writeToPBN` writes: a player, ":", four hands in dot form, "-" for an empty one.
+    ///
+    /// Neither lengths nor completeness are looked at.
+    std::istream& readFromPBN(std::istream& in);
+
+    /// Reads a player, ":" and from him on clockwise three hands of 13 cards or four of any length.
+    std::istream& readAllHandsFromPBNLike(std::istream& in);
+
+    /// Reads the deal of a LIN file ("3SAKQHJT9D876C5432,..."): S, W, N, E, of equal lengths.
+    ///
+    /// One of them may be left out if the others are complete. Answers the dealer, whom a digit in
+    /// front names (1 is South, 2 West, 3 North, 4 East); `NoPlayer` without one.
+    PlayerNumber readFromBBOLIN(const char* text);
+    /// Reads the next word of the stream.
+    PlayerNumber readFromBBOLIN(std::istream& in);
+
 private:
     std::array<CardsConfiguration, playersCount> hands;
 };

@@ -4,7 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
 #include <sstream>
+#include <string>
 #include <vector>
 
 namespace trikon {
@@ -94,6 +96,22 @@ TEST(HandReaders, ABadHandIsReportedWithItsTextAndPlace)
     EXPECT_EQ(errorOf([] { hand("AK.Q.J"); }), "Error: not received expected expression \".\"");
     EXPECT_EQ(errorOf([] { hand("AK.QXX.J.2"); }),
               "Error in \"QXX\" at position 2: unexpected character \"X\"");
+}
+
+TEST(HandReaders, GiveBackWhatTheWritersWrote)
+{
+    std::mt19937_64 engine(16);
+    for (int round = 0; round < 4000; ++round) {
+        CardsConfiguration cards = fullDeck;
+        for (int thinned = 0; thinned <= round % 6; ++thinned) {
+            cards &= engine();
+        }
+        for (const std::string& text : {cards.str(false), cards.str(true), cards.str_prefixed()}) {
+            if (!text.empty()) {  // the empty set has no suit to name
+                EXPECT_EQ(readWholeHand(text), cards) << text;
+            }
+        }
+    }
 }
 
 TEST(HandReaders, TextBehindAWholeHandIsNamed)
