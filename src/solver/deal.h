@@ -10,6 +10,7 @@
 #include "cards/hands.h"
 
 #include <cstdint>
+#include <iosfwd>
 
 namespace trikon {
 
@@ -40,6 +41,19 @@ public:
     void clearHelpers();
     /// Empties the hands and both sides' cards.
     void clear();
+
+    // The readers of `Hands` that work out the tables of what they read, once it is complete. They
+    // throw as those do; both sides' cards are then empty.
+
+    /// Reads one hand; the tables are worked out with the last.
+    std::istream& readNextPlayer(std::istream& in, const char* order, bool completeLast,
+                                 bool lineBounded);
+    std::istream& readAllPlayers(std::istream& in, const char* order, bool completeLast,
+                                 bool lineBounded);
+    std::istream& readMixedDirectionHands(std::istream& in, bool completeLast, bool retryFirst);
+    std::istream& readAllHandsFromPBNLike(std::istream& in);
+    PlayerNumber readFromBBOLIN(const char* text);
+    PlayerNumber readFromBBOLIN(std::istream& in);
 
     /// The cards of `player` and his partner as dealt. The player may be one too high, as that of
     /// the opponents is asked for as `player + 1`.
@@ -77,6 +91,9 @@ private:
     std::uint16_t tops[suitsCount][holdingsOfSuit][ranksOfSuit];
     SuitTricks records[playersCount][suitsCount][holdingsOfSuit];
 };
+
+/// Reads N, E and S of 13 cards each, or four hands of any length, over line ends.
+std::istream& operator>>(std::istream& in, Deal& deal);
 
 // --- inline definitions ---
 
