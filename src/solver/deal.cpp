@@ -1,4 +1,4 @@
-// What of a deal is not a matter of single suits: its hands and its two sides.
+// A deal's hands and two sides, and the tables of `suit_analysis.cpp` told in cards.
 #include "solver/deal.h"
 
 #include <algorithm>
@@ -17,6 +17,24 @@ void Deal::clear()
 {
     Hands::clear();
     clearHelpers();
+}
+
+std::uint16_t Deal::topRounds(int suitNumber, std::uint16_t suit, int rounds) const
+{
+    unsigned cards = 0;
+    for (int player = 0; player < playersCount; ++player) {
+        const unsigned held = suit & (*this)[player].suit(suitNumber);
+        cards |= held & _highest_mask[held][rounds];
+    }
+    return static_cast<std::uint16_t>(cards);
+}
+
+SuitTricks Deal::suitTricks(int player, int suitNumber, std::uint16_t suit) const
+{
+    const CashedTricks& known = cashedTricks(player, suitNumber, order(suitNumber, suit));
+    return {static_cast<std::int16_t>(known.moreThanPartner * 256),
+            _highest_mask[suit][known.depth], known.tricks, known.tricks,
+            static_cast<PlayerNumber>(known.leader)};
 }
 
 }  // namespace trikon

@@ -1,8 +1,13 @@
 // One deal as the solver sees it: the four hands and what is worked out about each suit alone.
 //
 // A search plays the same few suits over and over in every order. Whatever depends on one suit and
-// on which of its cards are still in play is therefore computed once a deal, for each of the
-// suit's subsets, and a node of the search only reads it. `suit_analysis.cpp` fills the tables.
+// on which of its cards are still in play is therefore computed once a deal, and a node of the
+// search only reads it. `suit_analysis.cpp` fills the tables.
+//
+// Most subsets of a suit are the same to the game: it does not matter which ranks are left, only
+// which hands hold them from the highest down. So each subset is given the number of its order of
+// holders, and the tables have one line an order. Of 8192 subsets there are about a thousand
+// orders, few enough for the second-level cache.
 //
 // A deal is never written during a search, so solvers of several trumps may share one.
 #pragma once
@@ -30,7 +35,18 @@ struct SuitTricks {
     bool operator==(const SuitTricks&) const = default;
 };
 
-/// Takes 2.5 megabytes: never on the stack. Nothing is valid before `setHands` or `initHelpers`.
+/// The same as the tables keep it: for all subsets in which the same hands hold the cards in order.
+struct CashedTricks {
+    std::int8_t tricks;
+    /// Tricks more than with the partner on lead.
+    std::int8_t moreThanPartner;
+    /// How many of the highest cards must stay as they are.
+    std::uint8_t depth;
+    /// The hand that is on lead afterwards.
+    std::uint8_t leader;
+};
+
+/// Takes 1.5 megabytes: never on the stack. Nothing is valid before `setHands` or `initHelpers`.
 class Deal : public Hands {
 public:
     /// Takes over the hands and works out the tables.
@@ -67,17 +83,27 @@ public:
     /// one before that was dealt to the same hand. `suit` must have been dealt.
     std::uint16_t suitChain(int suitNumber, std::uint16_t suit) const
     {
-        return chains[suitNumber][suit];
+        return subsets[suitNumber][suit].chain;
     }
     /// The cards of `suit` that can fall in `rounds` (0 to 12) rounds when all play from the top.
-    std::uint16_t topRounds(int suitNumber, std::uint16_t suit, int rounds) const
-    {
-        return tops[suitNumber][suit][rounds];
-    }
+    std::uint16_t topRounds(int suitNumber, std::uint16_t suit, int rounds) const;
     /// What the side of `player` cashes in `suit`, the cards of the suit in play.
-    const SuitTricks& suitTricks(int player, int suitNumber, std::uint16_t suit) const
+    SuitTricks suitTricks(int player, int suitNumber, std::uint16_t suit) const;
+
+    /// The number of the order in which the hands hold the cards of `suit`, 0 for no cards.
+    std::uint16_t order(int suitNumber, std::uint16_t suit) const
     {
-        return records[player][suitNumber][suit];
+        return subsets[suitNumber][suit].order;
+    }
+    /// The order of what can fall in `rounds` (0 to 12) rounds, as `topRounds`.
+    std::uint16_t topRoundsOrder(int suitNumber, std::uint16_t order, int rounds) const
+    {
+        return tops[suitNumber][order][rounds];
+    }
+    /// What the side of `player` cashes in the suit.
+    const CashedTricks& cashedTricks(int player, int suitNumber, std::uint16_t order) const
+    {
+        return cashed[suitNumber][order][player];
     }
     /// The name of a whole position's ranks: `suitChain` of each suit of `inPlay`.
     CardsConfiguration pattern(CardsConfiguration inPlay) const;
@@ -87,9 +113,15 @@ private:
 
     // Indexed by player rather than by side, which saves the search a division.
     CardsConfiguration sides[playersCount];
-    std::uint16_t chains[suitsCount][holdingsOfSuit];
+    struct Subset {
+        std::uint16_t chain;
+        std::uint16_t order;
+    };
+    Subset subsets[suitsCount][holdingsOfSuit];
+    // Indexed by order. There are never as many as subsets, but the bound is simple, and memory
+    // that is not used is not touched.
     std::uint16_t tops[suitsCount][holdingsOfSuit][ranksOfSuit];
-    SuitTricks records[playersCount][suitsCount][holdingsOfSuit];
+    CashedTricks cashed[suitsCount][holdingsOfSuit][playersCount];
 };
 
 /// Reads N, E and S of 13 cards each, or four hands of any length, over line ends.

@@ -7,53 +7,48 @@
 // two results: the most rounds after which the first leader is on lead, and after which his partner
 // is.
 //
-// The subsets are taken in increasing order, and what is left after a round is a smaller number, so
-// every round only looks up the results of the rest.
+// All of this is a matter of who holds the cards from the highest down, so it is done once for each
+// order of holders, on the highest cards that have it (`Deal::suitChain`). The orders are listed by
+// their number of cards, and a round only looks up the results of the shorter order that is left.
 #include "solver/deal.h"
 #include "solver/suit_masks.h"
 
 #include <algorithm>
 #include <array>
+#include <bit>
+#include <cstddef>
 #include <vector>
 
 namespace trikon {
 
 namespace {
 
-// A run of rounds as one number: how many, and on which ranks it depends, all from some card up.
+// A run of rounds as one number: how many, and on how many of the suit's highest cards it depends.
 //
 // Of two runs the better is the greater number: the longer one, or the one that depends on less.
 using Run = std::int32_t;
 
-constexpr int ranksBits = 14;
-constexpr Run oneRound = 1 << ranksBits;
-constexpr Run ranksPart = oneRound - 1;
+constexpr Run oneRound = 16;
+constexpr Run depthPart = oneRound - 1;
 
-constexpr Run runOf(int rounds, unsigned winners)
-{
-    return rounds * oneRound + (fullSuit - static_cast<int>(winners));
-}
-constexpr int roundsOf(Run run) { return run >> ranksBits; }
-constexpr std::uint16_t winnersOf(Run run)
-{
-    return static_cast<std::uint16_t>(fullSuit - (run & ranksPart));
-}
+constexpr Run runOf(int rounds, int depth) { return rounds * oneRound + depthPart - depth; }
+constexpr int roundsOf(Run run) { return run >> 4; }
+constexpr int depthOf(Run run) { return depthPart - (run & depthPart); }
 
 // No run ends in that hand. It stays negative whatever number of rounds is put before it.
 constexpr Run unreachable = runOf(-100, 0);
 
-// One more round won before the run, on the ranks of `winners`.
-constexpr Run withRoundBefore(Run run, unsigned winners)
+// How many of `suit`'s highest cards reach down to card number `depth` of its part `subset`.
+int depthWithin(unsigned suit, unsigned subset, int depth)
 {
-    const Run ranks = std::min(run & ranksPart, fullSuit - static_cast<Run>(winners));
-    return ((run & ~ranksPart) | ranks) + oneRound;
+    return _count_bits13[suit & _highest_mask[subset][depth]];
 }
 
 // An opponent chooses between them: the shorter run. The attackers must be ready for either answer,
-// so the ranks of both count.
+// so they depend on the cards of both.
 constexpr Run worseOf(Run run, Run other)
 {
-    return (std::min(run, other) & ~ranksPart) | std::min(run & ranksPart, other & ranksPart);
+    return (std::min(run, other) & ~depthPart) | std::min(run & depthPart, other & depthPart);
 }
 
 // The best runs by the hand that is on lead afterwards.
@@ -68,86 +63,119 @@ constexpr Runs noRuns{unreachable, unreachable};
 
 }  // namespace
 
-// Fills the tables of one suit after the other.
+// Fills the tables of one suit.
 class SuitAnalysis {
 public:
-    explicit SuitAnalysis(Deal& deal) : deal(deal), runs(holdingsOfSuit) {}
+    SuitAnalysis(Deal& deal, int suitNumber);
 
-    void analyse(int suitNumber);
+    void analyse();
 
 private:
+    // An order of holders: the highest cards that have it, and the orders with one card more below
+    // them, by the hand of that card (0 where the hand has none left).
+    struct Order {
+        std::uint16_t suit;
+        std::array<std::uint16_t, playersCount> longer;
+    };
     // The cards of one subset in the four hands, seen from the leader.
     struct Holdings {
         std::uint16_t leader, left, partner, right;
     };
 
-    void chain(int suitNumber, std::uint16_t suit);
-    void listTopRounds(int suitNumber, std::uint16_t suit);
+    void listOrders();
+    void nameSubsets();
+    void listTopRounds(std::size_t order);
     Runs playOut(int leader, std::uint16_t suit) const;
     Runs afterLead(int leader, const Holdings& holdings, std::uint16_t lead) const;
     Runs afterAnswer(int leader, const Holdings& holdings, std::uint16_t lead,
                      std::uint16_t answer) const;
     Runs afterRound(int leader, const Holdings& holdings, std::uint16_t lead, std::uint16_t answer,
                     std::uint16_t card) const;
-    SuitTricks record(int suitNumber, int player, std::uint16_t suit) const;
+    CashedTricks record(int player, std::size_t order) const;
 
     Deal& deal;
+    int suitNumber;
     std::array<std::uint16_t, playersCount> dealt{};
+    std::vector<Order> orders;
     std::vector<std::array<Runs, playersCount>> runs;
 };
 
-void SuitAnalysis::analyse(int suitNumber)
+SuitAnalysis::SuitAnalysis(Deal& deal, int suitNumber) : deal(deal), suitNumber(suitNumber)
 {
-    std::uint16_t all = 0;
     for (int player = 0; player < playersCount; ++player) {
         dealt[static_cast<unsigned>(player)] = deal[player].suit(suitNumber);
-        all |= deal[player].suit(suitNumber);
     }
-    deal.chains[suitNumber][0] = 0;
-    std::fill_n(deal.tops[suitNumber][0], ranksOfSuit, std::uint16_t{0});
-    for (int player = 0; player < playersCount; ++player) {
-        deal.records[player][suitNumber][0] = {0, 0, 0, 0, static_cast<PlayerNumber>(player)};
-    }
-    runs[0].fill(noRounds);
-    // The subsets of `all` in increasing order: the subtraction carries through the ranks not
-    // dealt.
-    for (unsigned subset = -unsigned{all} & all; subset != 0; subset = (subset - all) & all) {
-        const auto suit = static_cast<std::uint16_t>(subset);
-        chain(suitNumber, suit);
-        listTopRounds(suitNumber, suit);
+}
+
+void SuitAnalysis::analyse()
+{
+    listOrders();
+    nameSubsets();
+    runs.resize(orders.size());
+    for (std::size_t order = 0; order < orders.size(); ++order) {
+        listTopRounds(order);
+        CashedTricks* const records = deal.cashed[suitNumber][order];
         for (int player = 0; player < playersCount; ++player) {
-            runs[subset][static_cast<unsigned>(player)] = playOut(player, suit);
-            deal.records[player][suitNumber][suit] = record(suitNumber, player, suit);
+            runs[order][static_cast<unsigned>(player)] = playOut(player, orders[order].suit);
+            records[player] = record(player, order);
         }
         for (int player = 0; player < playersCount; ++player) {
-            SuitTricks& own = deal.records[player][suitNumber][suit];
-            const SuitTricks& partners = deal.records[(player + 2) & 3][suitNumber][suit];
-            own.leadScore = static_cast<std::int16_t>((own.tricks - partners.tricks) * 256);
+            records[player].moreThanPartner =
+                static_cast<std::int8_t>(records[player].tricks - records[player ^ 2].tricks);
         }
     }
 }
 
-void SuitAnalysis::chain(int suitNumber, std::uint16_t suit)
+// The order without cards, and then from each order those with one card more. A further card is the
+// highest that its hand has below the others, which makes each order's cards the highest.
+void SuitAnalysis::listOrders()
 {
-    const std::uint16_t low = lowestCard(suit);
-    const std::uint16_t above = deal.chains[suitNumber][suit ^ low];
-    const std::uint16_t holding = deal[deal.holderOf(suitNumber, low)].suit(suitNumber);
-    const int below = above == 0 ? fullSuit : lowestCard(above) - 1;
-    deal.chains[suitNumber][suit] =
-        static_cast<std::uint16_t>(above | _highest_bit13[holding & below]);
+    orders.reserve(2000);
+    orders.push_back({0, {}});
+    for (std::size_t order = 0; order < orders.size(); ++order) {
+        const std::uint16_t suit = orders[order].suit;
+        const int below = suit == 0 ? fullSuit : lowestCard(suit) - 1;
+        for (unsigned player = 0; player < playersCount; ++player) {
+            const std::uint16_t next = _highest_bit13[dealt[player] & below];
+            if (next != 0) {
+                orders[order].longer[player] = static_cast<std::uint16_t>(orders.size());
+                orders.push_back({static_cast<std::uint16_t>(suit | next), {}});
+            }
+        }
+    }
 }
 
-// The lowest card of the subset is the last one of its hand to fall; the others fall as without it.
-void SuitAnalysis::listTopRounds(int suitNumber, std::uint16_t suit)
+void SuitAnalysis::nameSubsets()
 {
-    const std::uint16_t low = lowestCard(suit);
-    const std::uint16_t* const without = deal.tops[suitNumber][suit ^ low];
-    std::uint16_t* const tops = deal.tops[suitNumber][suit];
-    const unsigned holding = deal[deal.holderOf(suitNumber, low)].suit(suitNumber) & suit;
-    const std::int8_t lastRound = _count_bits13[holding];
-    for (int rounds = 0; rounds < ranksOfSuit; ++rounds) {
-        tops[rounds] = static_cast<std::uint16_t>(without[rounds] | (rounds < lastRound ? 0 : low));
+    std::array<std::uint8_t, ranksOfSuit> holder{};
+    for (std::uint8_t player = 0; player < playersCount; ++player) {
+        for (unsigned held = dealt[player]; held != 0; held &= held - 1) {
+            holder[static_cast<unsigned>(std::countr_zero(held))] = player;
+        }
     }
+    const unsigned all = dealt[North] | dealt[East] | dealt[South] | dealt[West];
+    Deal::Subset* const subsets = deal.subsets[suitNumber];
+    subsets[0] = {0, 0};
+    // In increasing order: the subtraction carries through the ranks not dealt.
+    for (unsigned subset = -all & all; subset != 0; subset = (subset - all) & all) {
+        const Order& without = orders[subsets[subset & (subset - 1)].order];
+        const std::uint16_t order =
+            without.longer[holder[static_cast<unsigned>(std::countr_zero(subset))]];
+        subsets[subset] = {orders[order].suit, order};
+    }
+}
+
+void SuitAnalysis::listTopRounds(std::size_t order)
+{
+    const std::uint16_t suit = orders[order].suit;
+    std::uint16_t* const tops = deal.tops[suitNumber][order];
+    std::uint16_t cards = 0;
+    int rounds = 0;
+    for (; cards != suit; ++rounds) {
+        tops[rounds] = deal.order(suitNumber, cards);
+        cards = deal.topRounds(suitNumber, suit, rounds + 1);
+    }
+    std::fill(tops + rounds, tops + ranksOfSuit, static_cast<std::uint16_t>(order));
 }
 
 Runs SuitAnalysis::playOut(int leader, std::uint16_t suit) const
@@ -213,37 +241,42 @@ Runs SuitAnalysis::afterRound(int leader, const Holdings& holdings, std::uint16_
 {
     const unsigned suit = holdings.leader | holdings.left | holdings.partner | holdings.right;
     const unsigned fallen = lead | answer | card | lowestCard(holdings.right);
-    const std::array<Runs, playersCount>& rest = runs[suit ^ fallen];
+    const auto left = static_cast<std::uint16_t>(suit ^ fallen);
+    const std::array<Runs, playersCount>& rest = runs[deal.order(suitNumber, left)];
     // Which of two cards wins decides where the lead is, be it between partners only.
-    const unsigned winners = fallen == lead ? 0u : ranksFrom(std::max(card, lead)) & fullSuit;
+    const int depth = fallen == lead ? 0 : _count_bits13[suit & ranksFrom(std::max(card, lead))];
+    const auto withThisRound = [&](Run run) {
+        return runOf(roundsOf(run) + 1, std::max(depth, depthWithin(suit, left, depthOf(run))));
+    };
     if (card > lead) {
-        const Runs& further = rest[static_cast<unsigned>(leader + 2) & 3];
-        return {withRoundBefore(further.toPartner, winners),
-                withRoundBefore(further.toLeader, winners)};
+        const Runs& further = rest[static_cast<unsigned>(leader) ^ 2];
+        return {withThisRound(further.toPartner), withThisRound(further.toLeader)};
     }
     const Runs& further = rest[static_cast<unsigned>(leader)];
-    return {withRoundBefore(further.toLeader, winners),
-            withRoundBefore(further.toPartner, winners)};
+    return {withThisRound(further.toLeader), withThisRound(further.toPartner)};
 }
 
 // A suit is cashed beside others, and a hand that is short there must discard from this one. The
 // tricks are safe only if they need no more cards of any hand than there are rounds: then the
 // others are spare. So the record is that of the top cards for that many rounds, cut again until
 // nothing is spare.
-SuitTricks SuitAnalysis::record(int suitNumber, int player, std::uint16_t suit) const
+CashedTricks SuitAnalysis::record(int player, std::size_t order) const
 {
-    const Runs& ends = runs[suit][static_cast<unsigned>(player)];
+    const Runs& ends = runs[order][static_cast<unsigned>(player)];
     const bool toPartner = roundsOf(ends.toPartner) > roundsOf(ends.toLeader);
     const Run run = toPartner ? ends.toPartner : ends.toLeader;
     const int rounds = roundsOf(run);
+    const std::uint16_t suit = orders[order].suit;
     const std::uint16_t needed =
         rounds < ranksOfSuit ? deal.topRounds(suitNumber, suit, rounds) : suit;
     if (needed != suit) {
-        return deal.records[player][suitNumber][needed];
+        CashedTricks ofNeeded =
+            deal.cashedTricks(player, suitNumber, deal.order(suitNumber, needed));
+        ofNeeded.depth = static_cast<std::uint8_t>(depthWithin(suit, needed, ofNeeded.depth));
+        return ofNeeded;
     }
-    const auto tricks = static_cast<std::int8_t>(rounds);
-    const int last = toPartner ? (player + 2) & 3 : player;
-    return {0, winnersOf(run), tricks, tricks, static_cast<PlayerNumber>(last)};
+    return {static_cast<std::int8_t>(rounds), 0, static_cast<std::uint8_t>(depthOf(run)),
+            static_cast<std::uint8_t>(toPartner ? player ^ 2 : player)};
 }
 
 void Deal::initHelpers()
@@ -251,9 +284,8 @@ void Deal::initHelpers()
     for (int player = 0; player < playersCount; ++player) {
         sides[player] = (*this)[player] | (*this)[(player + 2) & 3];
     }
-    SuitAnalysis analysis(*this);
     for (int suitNumber = 0; suitNumber < suitsCount; ++suitNumber) {
-        analysis.analyse(suitNumber);
+        SuitAnalysis(*this, suitNumber).analyse();
     }
 }
 

@@ -9,6 +9,7 @@
 #include "solver/dd_solver.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 
 namespace trikon {
@@ -24,14 +25,25 @@ public:
                             const std::int8_t& rounds);
 
     /// The `SuitTricks::winners` that the last count used; a suit that gave nothing is empty.
-    CardsConfiguration winners() const { return used; }
+    ///
+    /// Worked out on demand: few counts are high enough for anybody to ask.
+    CardsConfiguration winners() const;
 
 private:
-    void cashSuit(const Deal& deal, int suitNumber, std::uint16_t inPlay, int mostRounds);
-    void take(int suitNumber, const SuitTricks& record);
+    // A suit as it was cashed: how many rounds of it counted, and on how many of the highest cards
+    // of these rounds the tricks stand.
+    struct Cashed {
+        int rounds = ranksOfSuit;
+        int depth = 0;
+    };
 
-    CardsConfiguration used;
-    PlayerNumber onLead = NoPlayer;
+    void cashSuit(int suitNumber, int mostRounds);
+    void take(int suitNumber, const CashedTricks& record, int rounds);
+
+    const Deal* deal = nullptr;
+    CardsConfiguration inPlay;
+    std::array<Cashed, suitsCount> cashed;
+    int onLead = NoPlayer;
     int tricks = 0;
     int roundsLeft = 0;
 };
@@ -42,17 +54,19 @@ template <int T>
 std::uint8_t QuickTricks<T>::operator()(PlayerNumber player, const Deal& deal,
                                         const CardsConfiguration& inPlay, const std::int8_t& rounds)
 {
-    used = {};
+    this->deal = &deal;
+    this->inPlay = inPlay;
     onLead = player;
     tricks = 0;
     roundsLeft = static_cast<std::uint8_t>(rounds);
     if constexpr (T == NoTrump) {
         for (int suitNumber = 0; suitNumber < suitsCount; ++suitNumber) {
-            cashSuit(deal, suitNumber, inPlay.suit(suitNumber), ranksOfSuit);
+            cashSuit(suitNumber, ranksOfSuit);
         }
         return static_cast<std::uint8_t>(tricks);
     }
-    take(T & 3, deal.suitTricks(player, T & 3, inPlay.suit(T & 3)));
+    take(T & 3, deal.cashedTricks(player, T & 3, deal.order(T & 3, inPlay.suit(T & 3))),
+         ranksOfSuit);
     // An opponent who keeps a trump ruffs as soon as he is void. The others follow for ever.
     const int drawn = tricks;
     const auto followSet = [&](int opponent) {
@@ -63,36 +77,54 @@ std::uint8_t QuickTricks<T>::operator()(PlayerNumber player, const Deal& deal,
     const CardsConfiguration right = followSet(player + 3);
     for (int place = 1; place < suitsCount; ++place) {
         const int suitNumber = (T + place) & 3;
-        cashSuit(deal, suitNumber, inPlay.suit(suitNumber),
-                 std::min(left.countInSuit(suitNumber), right.countInSuit(suitNumber)));
+        cashSuit(suitNumber, std::min(left.countInSuit(suitNumber), right.countInSuit(suitNumber)));
     }
     return static_cast<std::uint8_t>(tricks);
 }
 
 // At most `mostRounds` rounds, and no more than are left.
 template <int T>
-void QuickTricks<T>::cashSuit(const Deal& deal, int suitNumber, std::uint16_t inPlay,
-                              int mostRounds)
+void QuickTricks<T>::cashSuit(int suitNumber, int mostRounds)
 {
-    const SuitTricks* record = &deal.suitTricks(onLead, suitNumber, inPlay);
+    const std::uint16_t order = deal->order(suitNumber, inPlay.suit(suitNumber));
+    const CashedTricks* record = &deal->cashedTricks(onLead, suitNumber, order);
+    int rounds = ranksOfSuit;
+    const auto cutTo = [&](int fewerRounds) {
+        rounds = fewerRounds;
+        record = &deal->cashedTricks(onLead, suitNumber,
+                                     deal->topRoundsOrder(suitNumber, order, rounds));
+    };
     if (T != NoTrump && record->tricks > mostRounds) {
-        record =
-            &deal.suitTricks(onLead, suitNumber, deal.topRounds(suitNumber, inPlay, mostRounds));
+        cutTo(mostRounds);
     }
-    if (roundsLeft < record->extra) {
-        record =
-            &deal.suitTricks(onLead, suitNumber, deal.topRounds(suitNumber, inPlay, roundsLeft));
+    if (roundsLeft < record->tricks) {
+        cutTo(roundsLeft);
     }
-    take(suitNumber, *record);
+    take(suitNumber, *record, rounds);
 }
 
 template <int T>
-void QuickTricks<T>::take(int suitNumber, const SuitTricks& record)
+void QuickTricks<T>::take(int suitNumber, const CashedTricks& record, int rounds)
 {
     tricks += record.tricks;
-    roundsLeft -= record.extra;
-    used.setSuit(suitNumber, record.winners);
+    roundsLeft -= record.tricks;
+    cashed[static_cast<unsigned>(suitNumber)] = {rounds, record.depth};
     onLead = record.leader;
+}
+
+template <int T>
+CardsConfiguration QuickTricks<T>::winners() const
+{
+    CardsConfiguration used;
+    for (int suitNumber = 0; suitNumber < suitsCount; ++suitNumber) {
+        const auto [rounds, depth] = cashed[static_cast<unsigned>(suitNumber)];
+        std::uint16_t suit = inPlay.suit(suitNumber);
+        if (rounds < ranksOfSuit) {
+            suit = deal->topRounds(suitNumber, suit, rounds);
+        }
+        used.setSuit(suitNumber, _highest_mask[suit][depth]);
+    }
+    return used;
 }
 
 template <int suit>

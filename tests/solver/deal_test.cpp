@@ -76,7 +76,7 @@ std::string tablesOf(const Deal& deal, int suitNumber, std::uint16_t suit)
         text += str_contat(' ', deal.topRounds(suitNumber, suit, rounds));
     }
     for (int player = 0; player < playersCount; ++player) {
-        const SuitTricks& record = deal.suitTricks(player, suitNumber, suit);
+        const SuitTricks record = deal.suitTricks(player, suitNumber, suit);
         text += str_contat(" | ", int{record.tricks}, ' ', int{record.extra}, ' ', record.leader,
                            ' ', record.winners, ' ', record.leadScore);
     }
@@ -142,7 +142,7 @@ TEST(Deal, CountsWhatASideCashesInOneSuit)
     for (const Case& example : cases) {
         deal->setHands(handsOf(example.hands));
         const std::uint16_t suit = deal->allCards().suit(Spades);
-        const SuitTricks& record = deal->suitTricks(North, Spades, suit);
+        const SuitTricks record = deal->suitTricks(North, Spades, suit);
         const std::uint16_t winners = readWholeHand(example.winners).suit(Spades);
         const SuitTricks expected{
             static_cast<std::int16_t>(256 * (example.tricks - example.partnersTricks)),
