@@ -266,13 +266,17 @@ CashedTricks SuitAnalysis::record(int player, std::size_t order) const
     const bool toPartner = roundsOf(ends.toPartner) > roundsOf(ends.toLeader);
     const Run run = toPartner ? ends.toPartner : ends.toLeader;
     const int rounds = roundsOf(run);
-    const std::uint16_t suit = orders[order].suit;
-    const std::uint16_t needed =
-        rounds < ranksOfSuit ? deal.topRounds(suitNumber, suit, rounds) : suit;
-    if (needed != suit) {
-        CashedTricks ofNeeded =
-            deal.cashedTricks(player, suitNumber, deal.order(suitNumber, needed));
-        ofNeeded.depth = static_cast<std::uint8_t>(depthWithin(suit, needed, ofNeeded.depth));
+    const std::size_t needed =
+        rounds < ranksOfSuit
+            ? deal.topRoundsOrder(suitNumber, static_cast<std::uint16_t>(order), rounds)
+            : order;
+    if (needed != order) {
+        CashedTricks ofNeeded = deal.cashed[suitNumber][needed][player];
+        if (ofNeeded.depth != 0) {
+            const std::uint16_t suit = orders[order].suit;
+            ofNeeded.depth = static_cast<std::uint8_t>(
+                depthWithin(suit, deal.topRounds(suitNumber, suit, rounds), ofNeeded.depth));
+        }
         return ofNeeded;
     }
     return {static_cast<std::int8_t>(rounds), 0, static_cast<std::uint8_t>(depthOf(run)),

@@ -15,12 +15,12 @@ std::int8_t TranspositionTable::Node::check(CardsConfiguration pattern,
     assert(0 < target && target <= situation.cardsCount / 4);
     for (std::size_t place = bounds.size(); place-- > 0;) {
         const Entry& entry = bounds[place];
-        const CardsConfiguration cover = coverOf(entry.pattern);
-        if ((pattern & cover) != entry.pattern || (entry.lower < target && target <= entry.upper)) {
+        if ((pattern & entry.cover) != entry.pattern ||
+            (entry.lower < target && target <= entry.upper)) {
             continue;
         }
         const std::int8_t answer = entry.lower >= target ? entry.lower : entry.upper;
-        relevant |= cover;
+        relevant |= entry.cover;
         if (place + 1 < bounds.size()) {
             std::swap(bounds[place], bounds[place + 1]);
         }
@@ -49,12 +49,12 @@ void TranspositionTable::Node::update_lower_bound(CardsConfiguration& pattern,
         if (entry.lower <= bound) {
             entry.lower = bound;
             if (entry.upper == tricksLeft) {
-                entry.pattern = pattern;
+                entry.widenTo(pattern);
                 return;
             }
         }
     }
-    bounds.push_back({pattern, bound, tricksLeft});
+    bounds.emplace_back(pattern, bound, tricksLeft);
 }
 
 void TranspositionTable::Node::update_upper_bound(CardsConfiguration& pattern,
@@ -73,12 +73,12 @@ void TranspositionTable::Node::update_upper_bound(CardsConfiguration& pattern,
         if (entry.upper >= bound) {
             entry.upper = bound;
             if (entry.lower == 0) {
-                entry.pattern = pattern;
+                entry.widenTo(pattern);
                 return;
             }
         }
     }
-    bounds.push_back({pattern, 0, bound});
+    bounds.emplace_back(pattern, std::int8_t{0}, bound);
 }
 
 void TranspositionTable::clear()

@@ -32,8 +32,20 @@ public:
     /// Bounds on the tricks of the side on lead, wherever the top cards are those of `pattern`.
     struct Entry {
         CardsConfiguration pattern;
+        /// `coverOf` the pattern, as each look at an entry needs it.
+        CardsConfiguration cover;
         std::int8_t lower;
         std::int8_t upper;
+
+        Entry(CardsConfiguration pattern, std::int8_t lower, std::int8_t upper)
+            : pattern(pattern), cover(coverOf(pattern)), lower(lower), upper(upper)
+        {
+        }
+        void widenTo(CardsConfiguration fewerCards)
+        {
+            pattern = fewerCards;
+            cover = coverOf(fewerCards);
+        }
     };
 
     class Node;
