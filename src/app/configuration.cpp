@@ -1,11 +1,11 @@
 // The command line: what the options are, and how they are read into the configuration.
 //
 // The library takes an unknown option for a script file when unlabelled values are allowed, and
-// takes
-// "-1" for a count of four thousand million. Both are made errors here, by the means the library
-// offers: a constraint on script names and a value type of our own.
+// takes "-1" for a count of four thousand million. Both are made errors here, by the means the
+// library offers: a constraint on script names and a value type of our own.
 #include "app/configuration.h"
 
+#include "app/whole_number.h"
 #include "cards/translation.h"
 
 #include <tclap/CmdLine.h>
@@ -24,24 +24,26 @@ namespace {
 constexpr const char* programVersion = "16.10.0";
 constexpr const char* noFixedCards = "...";
 
-// A count that is read from digits alone; the stream's own reader would let "-1" wrap round.
-struct DealsCount {
+// A number that is read from digits alone; the stream's own reader would let "-1" wrap round.
+template <std::uint64_t most>
+struct WholeNumber {
     using ValueCategory = TCLAP::ValueLike;
-    std::uint32_t value = 0;
+    std::uint64_t value = 0;
 };
+using DealsCount = WholeNumber<std::numeric_limits<std::uint32_t>::max()>;
+using Seed = WholeNumber<std::numeric_limits<std::uint64_t>::max()>;
 
-std::istream& operator>>(std::istream& in, DealsCount& count)
+template <std::uint64_t most>
+std::istream& operator>>(std::istream& in, WholeNumber<most>& number)
 {
     std::string digits;
     in >> digits;
-    const bool isNumber = !digits.empty() && digits.size() <= 10 &&
-                          std::ranges::all_of(digits, [](char c) { return c >= '0' && c <= '9'; });
-    const unsigned long long value = isNumber ? std::stoull(digits) : 0;
-    if (!isNumber || value > std::numeric_limits<std::uint32_t>::max()) {
+    const std::optional<std::uint64_t> value = wholeNumber(digits);
+    if (!value || *value > most) {
         in.setstate(std::ios::failbit);
-        return in;
+    } else {
+        number.value = *value;
     }
-    count.value = static_cast<std::uint32_t>(value);
     return in;
 }
 
@@ -103,6 +105,15 @@ struct Options {
     TCLAP::SwitchArg noRemarks{
         "r", "noremarks", translate("Don't print remarks provided by calls of remark function."),
         commandLine};
+    TCLAP::ValueArg<Seed> seed{
+        "",
+        "seed",
+        translate("Makes the run repeatable: the same seed gives the same deals, with any number "
+                  "of threads."),
+        false,
+        Seed(),
+        translate("number"),
+        commandLine};
     ScriptNameConstraint scriptNameConstraint;
     TCLAP::UnlabeledMultiArg<std::string> scriptFileNames{
         "scriptFileNames", translate("Files with lua scripts."), false, &scriptNameConstraint,
@@ -122,9 +133,9 @@ bool isNoOption(std::string_view argument)
 
 bool takesValue(const Options& options, const std::string& argument)
 {
-    const TCLAP::Arg* const withValue[] = {&options.jobs,  &options.num,   &options.north,
-                                           &options.east,  &options.south, &options.west,
-                                           &options.format};
+    const TCLAP::Arg* const withValue[] = {&options.jobs,   &options.num,   &options.north,
+                                           &options.east,   &options.south, &options.west,
+                                           &options.format, &options.seed};
     return std::ranges::any_of(
         withValue, [&](const TCLAP::Arg* option) { return option->argMatches(argument); });
 }
@@ -167,7 +178,10 @@ bool Configuration::process_cmdl(int argc, const char* const* argv)
         rejectOddOptions(options, argc, argv);
         options.commandLine.parse(argc, argv);
         set_threads_count(options.jobs.getValue());
-        handsCount = options.num.getValue().value;
+        handsCount = static_cast<std::uint32_t>(options.num.getValue().value);
+        if (options.seed.isSet()) {
+            seed = options.seed.getValue().value;
+        }
         scriptFileNames = options.scriptFileNames.getValue();
         fixedHands =
             Hands(readWholeHand(options.north.getValue()), readWholeHand(options.east.getValue()),

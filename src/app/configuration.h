@@ -8,6 +8,7 @@
 #include "cards/players_and_trumps.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,6 +21,8 @@ public:
     std::int32_t threadsCount = 1;
     /// How many deals to print.
     std::uint32_t handsCount = 10;
+    /// With a seed each deal follows from the seed and the deal's number alone.
+    std::optional<std::uint64_t> seed;
     bool showStatistics = true;
     bool showRemarks = true;
     std::vector<std::string> scriptFileNames;

@@ -3,6 +3,7 @@
 // Nothing here runs under a protected call but `conf` itself, so fields are read without
 // metamethods: an error raised by one would end the process.
 #include "app/configuration.h"
+#include "app/whole_number.h"
 #include "cards/translation.h"
 #include "lua/lua_error.h"
 
@@ -41,6 +42,12 @@ std::optional<std::string> stringField(lua_State* state, int table, const char* 
     return std::string(text, length);
 }
 
+[[noreturn]] void throwNotInteger(const char* key)
+{
+    throw std::runtime_error(
+        translate("Error in configuration: \"%1%\" has wrong type, integer is required.", {key}));
+}
+
 // A number is cut to an integer toward zero; one above `maximum` either way counts as none.
 std::optional<std::int64_t> integerField(lua_State* state, int table, const char* key,
                                          std::int64_t maximum)
@@ -53,10 +60,37 @@ std::optional<std::int64_t> integerField(lua_State* state, int table, const char
     const double value = lua_tonumberx(state, -1, &isNumber);
     const auto limit = static_cast<double>(maximum) + 1;
     if (isNumber == 0 || !(value > -limit && value < limit)) {
-        throw std::runtime_error(translate(
-            "Error in configuration: \"%1%\" has wrong type, integer is required.", {key}));
+        throwNotInteger(key);
     }
     return static_cast<std::int64_t>(value);
+}
+
+// A number that is cut to an integer and must not be negative.
+std::optional<std::uint64_t> countField(lua_State* state, int table, const char* key,
+                                        std::int64_t maximum)
+{
+    const std::optional<std::int64_t> value = integerField(state, table, key, maximum);
+    if (value && *value < 0) {
+        throw std::runtime_error(
+            translate("Error in configuration: \"%1%\" can't be negative.", {key}));
+    }
+    return value;
+}
+
+// A number of 64 bits. Lua's own numbers hold 53 of them, so all 64 are written as a string.
+std::optional<std::uint64_t> wordField(lua_State* state, int table, const char* key)
+{
+    constexpr std::int64_t mostExact = (std::int64_t{1} << 53) - 1;
+    const StackGuard restoresStack(state, lua_gettop(state));
+    pushField(state, table, key);
+    if (lua_type(state, -1) != LUA_TSTRING) {
+        return countField(state, table, key, mostExact);
+    }
+    const std::optional<std::uint64_t> number = wholeNumber(lua_tostring(state, -1));
+    if (!number) {
+        throwNotInteger(key);
+    }
+    return number;
 }
 
 // Pushes the table that `conf` is or returns; false when there is no `conf`.
@@ -105,12 +139,11 @@ void Configuration::load_from_lua_conf(lua_State* state)
         set_threads_count(static_cast<int>(*jobs));
     }
     if (const auto num =
-            integerField(state, conf, "num", std::numeric_limits<std::uint32_t>::max())) {
-        if (*num < 0) {
-            throw std::runtime_error(
-                translate("Error in configuration: \"%1%\" can't be negative.", {"num"}));
-        }
+            countField(state, conf, "num", std::numeric_limits<std::uint32_t>::max())) {
         handsCount = static_cast<std::uint32_t>(*num);
+    }
+    if (const auto number = wordField(state, conf, "seed")) {
+        seed = number;
     }
     if (const auto format = stringField(state, conf, "format")) {
         printFunction = str_to_print_f(*format);

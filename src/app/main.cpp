@@ -14,6 +14,7 @@
 #include <chrono>
 #include <clocale>
 #include <csignal>
+#include <cstdint>
 #include <exception>
 #include <future>
 #include <iomanip>
@@ -21,6 +22,7 @@
 #include <libintl.h>
 #include <list>
 #include <mutex>
+#include <optional>
 #include <random>
 #include <string>
 
@@ -108,9 +110,18 @@ void run(Configuration& configuration)
     RandomSource::Configuration fixedCards{Hands()};
     DealNumber dealNumber;
     PrintQueue printQueue;
-    Worker mainWorker(configuration, fixedCards, dealNumber.next, printQueue,
-                      workerSeed(configuration.threadsCount));
-    configuration.load_from_lua_conf(mainWorker.luaState());
+    const int mainIndex = configuration.threadsCount;
+    std::optional<Worker> mainWorker;
+    const auto loadScripts = [&] {
+        mainWorker.emplace(configuration, fixedCards, dealNumber.next, printQueue,
+                           workerSeed(mainIndex));
+    };
+    loadScripts();
+    const std::optional<std::uint64_t> seedOfOptions = configuration.seed;
+    configuration.load_from_lua_conf(mainWorker->luaState());
+    if (configuration.seed != seedOfOptions) {
+        loadScripts();  // what scripts draw while they are loaded depends on the seed
+    }
     printQueue.configure(configuration.handsCount, configuration.printFunction,
                          configuration.showStatistics, configuration.showRemarks);
     fixedCards.setInitial(configuration.fixedHands);
@@ -125,14 +136,17 @@ void run(Configuration& configuration)
                                               printQueue, workerSeed(index));
         futures.push_back(std::async(runWorker, std::ref(worker), std::ref(error)));
     }
-    runWorker(mainWorker, error);
+    runWorker(*mainWorker, error);
     for (std::future<void>& future : futures) {
         future.get();
     }
     error.rethrow();
     printQueue.printAll();
     std::cout << printQueue.totalStatistics();
-    printSummary(dealNumber.next, getCPUTime() - start, configuration.threadsCount);
+    // A run that can be repeated leaves out what the threads dealt in vain.
+    const unsigned long dealt =
+        configuration.seed ? printQueue.endOfNumbers() : dealNumber.next.load();
+    printSummary(dealt, getCPUTime() - start, configuration.threadsCount);
 }
 
 }  // namespace

@@ -29,6 +29,18 @@ void PrintQueue::configure(std::uint32_t deals, PrintFunction function, bool sta
     showRemarks = remarksShown;
 }
 
+void PrintQueue::startAt(unsigned long n)
+{
+    nextNumber = n;
+    behindLast = n;
+}
+
+unsigned long PrintQueue::endOfNumbers() const
+{
+    const Lock content(contentMutex);
+    return needed == 0 ? behindLast : nextNumber;
+}
+
 bool PrintQueue::nr_is_needed(unsigned long n) const
 {
     const Lock content(contentMutex);
@@ -140,6 +152,7 @@ PrintQueue::Items PrintQueue::takeBatch()
         // Nodes are moved, so nothing is allocated or copied with the content mutex held.
         batch.insert(batch.end(), items.extract(items.begin()));
         passNumbers(1);
+        behindLast = nextNumber;
         --needed;
     }
     return batch;

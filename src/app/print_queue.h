@@ -40,8 +40,14 @@ public:
     void configure(std::uint32_t deals, PrintFunction function, bool statisticsShown,
                    bool remarksShown);
 
+    /// Makes `n` the number of the first deal; before any worker runs, 0 without this call.
+    void startAt(unsigned long n);
+
     /// Whether deal `n` can still be among those printed.
     bool nr_is_needed(unsigned long n) const;
+    /// The number behind the last deal that mattered: the last one needed or, while more are
+    /// needed, the last up to which all are printed or rejected.
+    unsigned long endOfNumbers() const;
     /// The statistics of all deals printed, shown or not; for when no worker runs any more.
     const NamedCounters& totalStatistics() const { return totals; }
 
@@ -101,10 +107,11 @@ private:
     // deal changes the mutex and the two fields behind it alone; they share a cache line with
     // `needed`, so that it wanders between the processors and nothing else does.
     alignas(cacheLine) mutable Mutex contentMutex{PTHREAD_MUTEX_ADAPTIVE_NP};
-    unsigned long nextNumber = 0;        // the number to be printed or skipped next
-    std::uint64_t droppedSoon = 0;       // bit k: the number `nextNumber` + k is rejected
-    std::uint32_t needed = 10;           // deals still to be printed, 0 to stop
-    alignas(cacheLine) Items items;      // accepted, not printed, at most `needed`
+    unsigned long nextNumber = 0;   // the number to be printed or skipped next
+    std::uint64_t droppedSoon = 0;  // bit k: the number `nextNumber` + k is rejected
+    std::uint32_t needed = 10;      // deals still to be printed, 0 to stop
+    alignas(cacheLine) unsigned long behindLast = 0;  // the number behind the last deal printed
+    Items items;                                      // accepted, not printed, at most `needed`
     IntervalSet<unsigned long> dropped;  // rejected numbers that came too early for `droppedSoon`
 
     // The output mutex guards the totals and standard output.

@@ -5,30 +5,44 @@
 #include "lua/card_set.h"
 #include "lua/lua_error.h"
 
+#include <limits>
 #include <new>
 #include <stdexcept>
 
 namespace trikon {
 
+namespace {
+
+// What scripts draw while they are loaded comes from here.
+constexpr unsigned long numberOfNoDeal = std::numeric_limits<unsigned long>::max();
+
+}  // namespace
+
 Worker::Worker(const Configuration& configuration, RandomSource::Configuration& fixedCards,
                std::atomic<unsigned long>& dealNumber, PrintQueue& printQueue, unsigned long seed)
-    : state(luaL_newstate()),
+    : configuration(configuration),
+      fixedCards(fixedCards),
+      state(luaL_newstate()),
       randomSource(fixedCards, seed),
+      dealEngine(configuration.seed.value_or(0), numberOfNoDeal),
       dealNumber(dealNumber),
       printQueue(printQueue)
 {
     if (state == nullptr) {
         throw std::bad_alloc();
     }
-    configure(configuration);
+    configure();
 }
 
-void Worker::configure(const Configuration& configuration)
+void Worker::configure()
 {
     if (!configuration.scriptFileNames.empty()) {
         luaL_openlibs(luaState());
         luaopen_CardSet(luaState());
         luaopen_Worker();
+        if (configuration.seed) {
+            replaceRandom();
+        }
         for (const std::string& fileName : configuration.scriptFileNames) {
             runScript(fileName);
         }
@@ -79,7 +93,7 @@ void Worker::operator()()
 bool Worker::dealOnce()
 {
     const unsigned long number = dealNumber.fetch_add(1, std::memory_order_relaxed);
-    dealHands();
+    dealHands(number);
     if (!filter()) {
         return printQueue.drop(number);
     }
@@ -90,13 +104,23 @@ bool Worker::dealOnce()
     return printQueue.setDetails(number, currentDeal(), counters, remarks);
 }
 
-void Worker::dealHands()
+void Worker::dealHands(unsigned long number)
 {
     // A filter may have counted and remarked on a deal that was then dropped.
     counters.clear();
     remarks.clear();
     clearSolvers();
-    randomSource.deal(*hands[North], *hands[East], *hands[South], *hands[West]);
+    if (configuration.seed) {
+        dealEngine = SeededEngine(*configuration.seed, number);
+        fixedCards.deal(*hands[North], *hands[East], *hands[South], *hands[West], dealEngine);
+    } else {
+        randomSource.deal(*hands[North], *hands[East], *hands[South], *hands[West]);
+    }
+}
+
+double Worker::drawChance()
+{
+    return configuration.seed ? unitDraw(dealEngine) : unitDraw(randomSource.engine());
 }
 
 Hands Worker::currentDeal() const
@@ -122,7 +146,7 @@ bool Worker::filter()
     }
     int isNumber = 0;
     const double probability = lua_tonumberx(lua, -1, &isNumber);
-    return isNumber != 0 && probability > unitDraw(randomSource.engine());
+    return isNumber != 0 && probability > drawChance();
 }
 
 void Worker::stats() const

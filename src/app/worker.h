@@ -1,6 +1,6 @@
 // One thread's pipeline: deal, ask the script's filter, let its stats look, hand the deal on.
 //
-// A worker owns its Lua state, its random engine and the statistics and remarks of the deal in
+// A worker owns its Lua state, its random engines and the statistics and remarks of the deal in
 // hand. It shares the counter of deal numbers and the print queue with the other workers, and
 // nothing else.
 #pragma once
@@ -10,6 +10,7 @@
 #include "app/print_queue.h"
 #include "cards/hands.h"
 #include "dealer/random_source.h"
+#include "dealer/seeded_engine.h"
 #include "lua/script_solver.h"
 
 #include <lua.hpp>
@@ -27,7 +28,9 @@ public:
     /// Loads the scripts of the configuration into a Lua state of its own.
     ///
     /// Throws std::runtime_error with Lua's message when a script cannot be loaded or run.
-    /// `dealNumber` gives out the numbers of the deals; `seed` starts the random engine.
+    /// `dealNumber` gives out the numbers of the deals; `seed` starts the random engine, which a
+    /// configuration with a seed of its own leaves unused. The configuration must outlive the
+    /// worker.
     Worker(const Configuration& configuration, RandomSource::Configuration& fixedCards,
            std::atomic<unsigned long>& dealNumber, PrintQueue& printQueue, unsigned long seed);
     Worker(const Worker&) = delete;
@@ -41,6 +44,9 @@ public:
 
     lua_State* luaState() const { return state.get(); }
 
+    /// Where chances are drawn from in a repeatable run: scripts' `math.random` and `filter`'s
+    /// probability. Begins anew with each deal.
+    SeededEngine& engineOfDeal() { return dealEngine; }
     /// Adds `value` to the current deal's counter of that name.
     void count(const std::string& name, double value);
     /// Adds the text arguments of a script's call to the remarks of the current deal, on a new
@@ -63,17 +69,20 @@ private:
         void operator()(lua_State* opened) const { lua_close(opened); }
     };
 
-    void configure(const Configuration& configuration);
+    void configure();
     void runScript(const std::string& fileName);
     void createHands();
     // Registers the script functions that need the worker.
     void luaopen_Worker();
+    // Makes `math.random` draw from the engine of the deal.
+    void replaceRandom();
     void luaAddFunctionUsingWorker(lua_CFunction function, const char* name);
     void luaAddCardSetMethodUsingWorker(lua_CFunction function, const char* name);
 
     // Deals once and reports the deal; false when no more deals are needed.
     bool dealOnce();
-    void dealHands();
+    void dealHands(unsigned long number);
+    double drawChance();
     Hands currentDeal() const;
     void clearSolvers() { solver.clear(); }
     bool filter();
@@ -81,8 +90,11 @@ private:
     bool pushScriptFunction(const char* name) const;
     [[noreturn]] void throw_lua_exception() const;
 
+    const Configuration& configuration;
+    const RandomSource::Configuration& fixedCards;
     std::unique_ptr<lua_State, CloseState> state;
     RandomSource randomSource;
+    SeededEngine dealEngine;
     std::atomic<unsigned long>& dealNumber;
     PrintQueue& printQueue;
     // The hands that the script sees as N, E, S, W; they live in the Lua state, kept by its

@@ -6,6 +6,7 @@
 // one seed in a million.
 #include "dealer/plain_subset.h"
 #include "dealer/random_source.h"
+#include "dealer/seeded_engine.h"
 
 #include <boost/math/distributions/chi_squared.hpp>
 #include <gtest/gtest.h>
@@ -27,7 +28,7 @@ constexpr int dealsDrawn = 1'000'000;
 #endif
 
 // Every chi-square of this file is one of this many chances to fail.
-constexpr int chiSquares = 28;
+constexpr int chiSquares = 42;
 constexpr double significance = 1e-6 / chiSquares;
 
 constexpr std::uint64_t acesMask = 0x1000100010001000;
@@ -166,14 +167,16 @@ struct Holding {
     }
 };
 
-void expectUniformDeals(const Hands& fixed, std::uint64_t seed)
+// `engineOf(deal)` answers the engine that deals it.
+template <class EngineOf>
+void expectUniformDeals(const Hands& fixed, const EngineOf& engineOf)
 {
     std::vector<Holding> holdings{{{North}},       {{East}},         {{South}},      {{West}},
                                   {{North, East}}, {{North, South}}, {{North, West}}};
     const RandomSource::Configuration configuration(fixed);
-    std::mt19937_64 engine(seed);
     for (int deal = 0; deal < dealsDrawn; ++deal) {
         Hands hands;
+        auto&& engine = engineOf(deal);
         configuration.deal(hands, engine);
         for (Holding& holding : holdings) {
             const CardsConfiguration cards = holding.cards(hands);
@@ -195,11 +198,23 @@ void expectUniformDeals(const Hands& fixed, std::uint64_t seed)
     }
 }
 
-TEST(UniformDeals, LengthsAndPointsOfTheWholeDeck) { expectUniformDeals(Hands(), 20); }
+TEST(UniformDeals, LengthsAndPointsOfTheWholeDeck)
+{
+    std::mt19937_64 engine(20);
+    expectUniformDeals(Hands(), [&](int) -> std::mt19937_64& { return engine; });
+}
 
 TEST(UniformDeals, LengthsAndPointsAroundFixedCards)
 {
-    expectUniformDeals(Hands(readWholeHand("AKQ..."), {}, readWholeHand(".J2.."), {}), 21);
+    std::mt19937_64 engine(21);
+    expectUniformDeals(Hands(readWholeHand("AKQ..."), {}, readWholeHand(".J2.."), {}),
+                       [&](int) -> std::mt19937_64& { return engine; });
+}
+
+TEST(UniformDeals, LengthsAndPointsWithAnEngineForEachDeal)
+{
+    expectUniformDeals(Hands(),
+                       [](int deal) { return SeededEngine(22, static_cast<std::uint64_t>(deal)); });
 }
 
 }  // namespace
