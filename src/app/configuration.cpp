@@ -30,7 +30,7 @@ struct WholeNumber {
     using ValueCategory = TCLAP::ValueLike;
     std::uint64_t value = 0;
 };
-using DealsCount = WholeNumber<std::numeric_limits<std::uint32_t>::max()>;
+using DealNumber = WholeNumber<Configuration::noDeal - 1>;
 using Seed = WholeNumber<std::numeric_limits<std::uint64_t>::max()>;
 
 template <std::uint64_t most>
@@ -43,6 +43,27 @@ std::istream& operator>>(std::istream& in, WholeNumber<most>& number)
         in.setstate(std::ios::failbit);
     } else {
         number.value = *value;
+    }
+    return in;
+}
+
+// How many deals to print: a number, or "all" for no bound of this kind.
+struct DealsCount {
+    using ValueCategory = TCLAP::ValueLike;
+    static constexpr std::uint64_t most = std::numeric_limits<std::uint32_t>::max();
+    WholeNumber<most> number;
+    bool all = false;
+};
+
+std::istream& operator>>(std::istream& in, DealsCount& count)
+{
+    count.all = (in >> std::ws).peek() == 'a';
+    if (!count.all) {
+        return in >> count.number;
+    }
+    std::string word;
+    if (in >> word; word != "all") {
+        in.setstate(std::ios::failbit);
     }
     return in;
 }
@@ -73,10 +94,13 @@ struct Options {
         0,
         translate("number of threads"),
         commandLine};
-    TCLAP::ValueArg<DealsCount> num{
-        "n",        "num",          translate("Number of hands to deal (10 by default)."),
-        false,      DealsCount{10}, translate("number of hands"),
-        commandLine};
+    TCLAP::ValueArg<DealsCount> num{"n",
+                                    "num",
+                                    translate("Number of hands to deal (10 by default)."),
+                                    false,
+                                    DealsCount{{10}},
+                                    translate("number of hands"),
+                                    commandLine};
     TCLAP::ValueArg<std::string> north{
         "N",     "north",    translate("Fixed cards in NORTH hand."), false, noFixedCards,
         "cards", commandLine};
@@ -114,6 +138,19 @@ struct Options {
         Seed(),
         translate("number"),
         commandLine};
+    TCLAP::ValueArg<DealNumber> first{
+        "",
+        "first",
+        translate("With a seed: the number of the first deal, 0 by default. Parts of one run are "
+                  "made by --first and --max."),
+        false,
+        DealNumber(),
+        translate("number"),
+        commandLine};
+    TCLAP::ValueArg<DealNumber> max{
+        "",         "max",        translate("Number of hands to deal at most."),
+        false,      DealNumber(), translate("number of hands"),
+        commandLine};
     ScriptNameConstraint scriptNameConstraint;
     TCLAP::UnlabeledMultiArg<std::string> scriptFileNames{
         "scriptFileNames", translate("Files with lua scripts."), false, &scriptNameConstraint,
@@ -133,9 +170,9 @@ bool isNoOption(std::string_view argument)
 
 bool takesValue(const Options& options, const std::string& argument)
 {
-    const TCLAP::Arg* const withValue[] = {&options.jobs,   &options.num,   &options.north,
-                                           &options.east,   &options.south, &options.west,
-                                           &options.format, &options.seed};
+    const TCLAP::Arg* const withValue[] = {
+        &options.jobs, &options.num,    &options.north, &options.east,  &options.south,
+        &options.west, &options.format, &options.seed,  &options.first, &options.max};
     return std::ranges::any_of(
         withValue, [&](const TCLAP::Arg* option) { return option->argMatches(argument); });
 }
@@ -178,9 +215,15 @@ bool Configuration::process_cmdl(int argc, const char* const* argv)
         rejectOddOptions(options, argc, argv);
         options.commandLine.parse(argc, argv);
         set_threads_count(options.jobs.getValue());
-        handsCount = static_cast<std::uint32_t>(options.num.getValue().value);
+        const DealsCount& num = options.num.getValue();
+        findAll = num.all;
+        handsCount = static_cast<std::uint32_t>(num.all ? DealsCount::most : num.number.value);
         if (options.seed.isSet()) {
             seed = options.seed.getValue().value;
+        }
+        firstDeal = options.first.getValue().value;
+        if (options.max.isSet()) {
+            endOfDeals = std::min(noDeal, firstDeal + options.max.getValue().value);
         }
         scriptFileNames = options.scriptFileNames.getValue();
         fixedHands =

@@ -18,11 +18,20 @@ namespace trikon {
 
 class Configuration {
 public:
+    /// The top bit alone: set in the counter of deals, it ends them all.
+    static constexpr unsigned long noDeal = 1UL << 63;
+
     std::int32_t threadsCount = 1;
     /// How many deals to print.
     std::uint32_t handsCount = 10;
+    /// Whether as many deals as there are are asked for, up to some other bound.
+    bool findAll = false;
     /// With a seed each deal follows from the seed and the deal's number alone.
     std::optional<std::uint64_t> seed;
+    /// The number of the first deal and the one behind the last; the numbers from `noDeal` up are
+    /// never dealt.
+    unsigned long firstDeal = 0;
+    unsigned long endOfDeals = noDeal;
     bool showStatistics = true;
     bool showRemarks = true;
     std::vector<std::string> scriptFileNames;

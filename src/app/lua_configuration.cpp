@@ -141,6 +141,7 @@ void Configuration::load_from_lua_conf(lua_State* state)
     if (const auto num =
             countField(state, conf, "num", std::numeric_limits<std::uint32_t>::max())) {
         handsCount = static_cast<std::uint32_t>(*num);
+        findAll = false;
     }
     if (const auto number = wordField(state, conf, "seed")) {
         seed = number;

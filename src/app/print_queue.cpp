@@ -24,6 +24,7 @@ void PrintQueue::configure(std::uint32_t deals, PrintFunction function, bool sta
                            bool remarksShown)
 {
     needed = deals;
+    asked = deals;
     printFunction = std::move(function);
     showStatistics = statisticsShown;
     showRemarks = remarksShown;
@@ -35,10 +36,16 @@ void PrintQueue::startAt(unsigned long n)
     behindLast = n;
 }
 
+std::uint32_t PrintQueue::found() const
+{
+    const Lock content(contentMutex);
+    return printed;
+}
+
 unsigned long PrintQueue::endOfNumbers() const
 {
     const Lock content(contentMutex);
-    return needed == 0 ? behindLast : nextNumber;
+    return printed == asked ? behindLast : nextNumber;
 }
 
 bool PrintQueue::nr_is_needed(unsigned long n) const
@@ -154,6 +161,7 @@ PrintQueue::Items PrintQueue::takeBatch()
         passNumbers(1);
         behindLast = nextNumber;
         --needed;
+        ++printed;
     }
     return batch;
 }

@@ -45,6 +45,8 @@ public:
 
     /// Whether deal `n` can still be among those printed.
     bool nr_is_needed(unsigned long n) const;
+    /// The number of deals printed.
+    std::uint32_t found() const;
     /// The number behind the last deal that mattered: the last one needed or, while more are
     /// needed, the last up to which all are printed or rejected.
     unsigned long endOfNumbers() const;
@@ -110,6 +112,8 @@ private:
     unsigned long nextNumber = 0;   // the number to be printed or skipped next
     std::uint64_t droppedSoon = 0;  // bit k: the number `nextNumber` + k is rejected
     std::uint32_t needed = 10;      // deals still to be printed, 0 to stop
+    std::uint32_t asked = 10;       // deals to be printed in all
+    std::uint32_t printed = 0;      // deals printed or being printed
     alignas(cacheLine) unsigned long behindLast = 0;  // the number behind the last deal printed
     Items items;                                      // accepted, not printed, at most `needed`
     IntervalSet<unsigned long> dropped;  // rejected numbers that came too early for `droppedSoon`

@@ -93,6 +93,9 @@ void Worker::operator()()
 bool Worker::dealOnce()
 {
     const unsigned long number = dealNumber.fetch_add(1, std::memory_order_relaxed);
+    if (number >= configuration.endOfDeals) {
+        return false;
+    }
     dealHands(number);
     if (!filter()) {
         return printQueue.drop(number);

@@ -1,0 +1,147 @@
+// The calling thread runs a worker itself; the others are asynchronous tasks. All of them stop when
+// the print queue needs no more deals or the numbers of the deals have come to their end, and any
+// error, wherever it arises, makes the queue need no more.
+#include "app/run.h"
+
+#include "app/first_error.h"
+#include "app/print_queue.h"
+#include "app/process_time.h"
+#include "app/run_report.h"
+#include "app/worker.h"
+#include "cards/translation.h"
+#include "dealer/random_source.h"
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <future>
+#include <list>
+#include <optional>
+#include <random>
+#include <stdexcept>
+
+namespace trikon {
+
+namespace {
+
+// A seed that no other worker of this run has and no other run is likely to have.
+unsigned long workerSeed(int index)
+{
+    std::random_device device("default");
+    const auto now = std::chrono::duration_cast<std::chrono::nanoseconds>(
+        std::chrono::system_clock::now().time_since_epoch());
+    return device() + static_cast<unsigned long>(now.count()) + static_cast<unsigned long>(index);
+}
+
+void runWorker(Worker& worker, FirstError& error)
+{
+    try {
+        worker();
+    } catch (...) {
+        error.keep(std::current_exception());
+    }
+}
+
+// The number of the next deal, on a cache line of its own: all workers write it.
+struct alignas(64) DealNumber {
+    std::atomic<unsigned long> next{0};
+};
+
+// Ends the other workers' search when this scope is left before it is over.
+struct StopWorkers {
+    PrintQueue& printQueue;
+    ~StopWorkers() { printQueue.terminateWork(); }
+};
+
+class Run {
+public:
+    explicit Run(Configuration& configuration) : configuration(configuration) {}
+
+    int operator()();
+
+private:
+    void loadScripts();
+    void prepare();
+    void work();
+    RunReport report() const;
+
+    Configuration& configuration;
+    RandomSource::Configuration fixedCards{Hands()};
+    DealNumber dealNumber;
+    PrintQueue printQueue;
+    // The worker of the calling thread.
+    std::optional<Worker> mainWorker;
+    double start = 0;
+};
+
+int Run::operator()()
+{
+    prepare();
+    start = getCPUTime();
+    work();
+    const RunReport found = report();
+    printTotals(printQueue.totalStatistics(), found);
+    if (found.found < configuration.handsCount && !configuration.findAll) {
+        tellStopped(configuration, found);
+    }
+    return 0;
+}
+
+void Run::loadScripts()
+{
+    mainWorker.emplace(configuration, fixedCards, dealNumber.next, printQueue,
+                       workerSeed(configuration.threadsCount));
+}
+
+void Run::prepare()
+{
+    loadScripts();
+    const std::optional<std::uint64_t> seedOfOptions = configuration.seed;
+    configuration.load_from_lua_conf(mainWorker->luaState());
+    if (configuration.firstDeal != 0 && !configuration.seed) {
+        throw std::runtime_error(translate("--first needs a seed (--seed or conf.seed)."));
+    }
+    if (configuration.seed != seedOfOptions) {
+        loadScripts();  // what scripts draw while they are loaded depends on the seed
+    }
+    printQueue.configure(configuration.handsCount, configuration.printFunction,
+                         configuration.showStatistics, configuration.showRemarks);
+    printQueue.startAt(configuration.firstDeal);
+    dealNumber.next = configuration.firstDeal;
+    fixedCards.setInitial(configuration.fixedHands);
+}
+
+void Run::work()
+{
+    FirstError error;
+    std::list<Worker> workers;
+    std::list<std::future<void>> futures;
+    const StopWorkers stopWorkers{printQueue};
+    for (int index = 0; index < configuration.threadsCount - 1; ++index) {
+        Worker& worker = workers.emplace_back(configuration, fixedCards, dealNumber.next,
+                                              printQueue, workerSeed(index));
+        futures.push_back(std::async(runWorker, std::ref(worker), std::ref(error)));
+    }
+    runWorker(*mainWorker, error);
+    for (std::future<void>& future : futures) {
+        future.get();
+    }
+    error.rethrow();
+    printQueue.printAll();
+}
+
+RunReport Run::report() const
+{
+    // A run that can be repeated leaves out what the threads dealt in vain.
+    const unsigned long end = configuration.seed
+                                  ? printQueue.endOfNumbers()
+                                  : std::min(dealNumber.next.load(), configuration.endOfDeals);
+    return {end - configuration.firstDeal, printQueue.found(), getCPUTime() - start,
+            configuration.threadsCount};
+}
+
+}  // namespace
+
+int run(Configuration& configuration) { return Run(configuration)(); }
+
+}  // namespace trikon
