@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <iostream>
+#include <iterator>
 #include <limits>
 #include <string_view>
 #include <thread>
@@ -75,7 +76,10 @@ public:
         return translate("no such option, and a file name must not begin with \"-\"");
     }
     std::string shortID() const override { return translate("file name"); }
-    bool check(const std::string& name) const override { return name.empty() || name[0] != '-'; }
+    bool check(const std::string& name) const override
+    {
+        return name.empty() || name[0] != '-' || name == Configuration::standardInput;
+    }
 };
 
 // The options as the library knows them. Each needs a help text of its own: the library compares
@@ -151,6 +155,24 @@ struct Options {
         "",         "max",        translate("Number of hands to deal at most."),
         false,      DealNumber(), translate("number of hands"),
         commandLine};
+    TCLAP::ValueArg<std::string> filter{
+        "",
+        "filter",
+        translate("Lua expression or function body that decides whether a deal counts, in place of "
+                  "the scripts' function filter."),
+        false,
+        "",
+        "Lua",
+        commandLine};
+    TCLAP::ValueArg<std::string> stats{
+        "",
+        "stats",
+        translate("Lua expression or function body that is run for each deal that counts, in place "
+                  "of the scripts' function stats."),
+        false,
+        "",
+        "Lua",
+        commandLine};
     ScriptNameConstraint scriptNameConstraint;
     TCLAP::UnlabeledMultiArg<std::string> scriptFileNames{
         "scriptFileNames", translate("Files with lua scripts."), false, &scriptNameConstraint,
@@ -170,9 +192,10 @@ bool isNoOption(std::string_view argument)
 
 bool takesValue(const Options& options, const std::string& argument)
 {
-    const TCLAP::Arg* const withValue[] = {
-        &options.jobs, &options.num,    &options.north, &options.east,  &options.south,
-        &options.west, &options.format, &options.seed,  &options.first, &options.max};
+    const TCLAP::Arg* const withValue[] = {&options.jobs,   &options.num,    &options.north,
+                                           &options.east,   &options.south,  &options.west,
+                                           &options.format, &options.seed,   &options.first,
+                                           &options.max,    &options.filter, &options.stats};
     return std::ranges::any_of(
         withValue, [&](const TCLAP::Arg* option) { return option->argMatches(argument); });
 }
@@ -195,6 +218,16 @@ void rejectOddOptions(Options& options, int argc, const char* const* argv)
             }
         }
     }
+}
+
+std::optional<std::string> valueIfSet(const TCLAP::ValueArg<std::string>& option)
+{
+    return option.isSet() ? std::optional(option.getValue()) : std::nullopt;
+}
+
+std::string textOfStandardInput()
+{
+    return {std::istreambuf_iterator<char>(std::cin), std::istreambuf_iterator<char>()};
 }
 
 }  // namespace
@@ -226,6 +259,11 @@ bool Configuration::process_cmdl(int argc, const char* const* argv)
             endOfDeals = std::min(noDeal, firstDeal + options.max.getValue().value);
         }
         scriptFileNames = options.scriptFileNames.getValue();
+        if (std::ranges::count(scriptFileNames, standardInput) > 0) {
+            scriptOfStandardInput = textOfStandardInput();
+        }
+        filter = valueIfSet(options.filter);
+        stats = valueIfSet(options.stats);
         fixedHands =
             Hands(readWholeHand(options.north.getValue()), readWholeHand(options.east.getValue()),
                   readWholeHand(options.south.getValue()), readWholeHand(options.west.getValue()));

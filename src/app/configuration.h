@@ -20,6 +20,7 @@ class Configuration {
 public:
     /// The top bit alone: set in the counter of deals, it ends them all.
     static constexpr unsigned long noDeal = 1UL << 63;
+    static constexpr const char* standardInput = "-";
 
     std::int32_t threadsCount = 1;
     /// How many deals to print.
@@ -34,7 +35,12 @@ public:
     unsigned long endOfDeals = noDeal;
     bool showStatistics = true;
     bool showRemarks = true;
+    /// The scripts in their order; `standardInput` stands for what was read from there.
     std::vector<std::string> scriptFileNames;
+    std::string scriptOfStandardInput;
+    /// Texts that replace the scripts' functions of these names.
+    std::optional<std::string> filter;
+    std::optional<std::string> stats;
     /// The cards that every deal gives to each hand.
     Hands fixedHands;
     PrintFormat printFunction = nullptr;
@@ -42,7 +48,10 @@ public:
     /// A count of `n` below 1 is taken from the number of processor cores: 0 all, -1 all but one.
     void set_threads_count(int n);
 
-    /// Reads the command line; false when it is wrong, after saying so on standard error.
+    bool hasScript() const { return !scriptFileNames.empty() || filter || stats; }
+
+    /// Reads the command line, and standard input if it is a script; false when it is wrong, after
+    /// saying so on standard error.
     ///
     /// What the command-line library itself finds wrong, and --help and --version, end the process.
     bool process_cmdl(int argc, const char* const* argv);

@@ -3,11 +3,14 @@
 
 #include "cards/translation.h"
 #include "lua/card_set.h"
+#include "lua/hand_filter.h"
 #include "lua/lua_error.h"
 
+#include <algorithm>
 #include <limits>
 #include <new>
 #include <stdexcept>
+#include <string_view>
 
 namespace trikon {
 
@@ -36,7 +39,7 @@ Worker::Worker(const Configuration& configuration, RandomSource::Configuration& 
 
 void Worker::configure()
 {
-    if (!configuration.scriptFileNames.empty()) {
+    if (configuration.hasScript()) {
         luaL_openlibs(luaState());
         luaopen_CardSet(luaState());
         luaopen_Worker();
@@ -46,14 +49,32 @@ void Worker::configure()
         for (const std::string& fileName : configuration.scriptFileNames) {
             runScript(fileName);
         }
+        if (configuration.filter) {
+            register_function_of_text(luaState(), "filter", *configuration.filter, "--filter");
+        }
+        if (configuration.stats) {
+            register_function_of_text(luaState(), "stats", *configuration.stats, "--stats");
+        }
     }
     createHands();
 }
 
+int Worker::loadScript(const std::string& fileName)
+{
+    if (fileName != Configuration::standardInput) {
+        return luaL_loadfile(luaState(), fileName.c_str());
+    }
+    std::string_view text = configuration.scriptOfStandardInput;
+    if (text.starts_with('#')) {
+        // As in a file, a first line that names an interpreter is none of the script's.
+        text.remove_prefix(std::min(text.find('\n'), text.size()));
+    }
+    return luaL_loadbuffer(luaState(), text.data(), text.size(), "=stdin");
+}
+
 void Worker::runScript(const std::string& fileName)
 {
-    if (luaL_loadfile(luaState(), fileName.c_str()) != LUA_OK ||
-        lua_pcall(luaState(), 0, 0, 0) != LUA_OK) {
+    if (loadScript(fileName) != LUA_OK || lua_pcall(luaState(), 0, 0, 0) != LUA_OK) {
         throw std::runtime_error(translate("Error while executing script from file \"%1%\":\n%2%",
                                            {fileName, errorText(luaState())}));
     }

@@ -70,6 +70,7 @@ private:
     };
 
     void configure();
+    int loadScript(const std::string& fileName);
     void runScript(const std::string& fileName);
     void createHands();
     // Registers the script functions that need the worker.

@@ -49,6 +49,23 @@ void init_lua_and_register_hand_filter_function(lua_State* state, std::string_vi
     register_hand_filter_function(state, body);
 }
 
+void register_function_of_text(lua_State* state, const char* name, std::string_view text,
+                               std::string_view origin)
+{
+    const StackGuard restoresStack(state, lua_gettop(state));
+    const std::string chunkName = std::string("=").append(origin);
+    const auto compiles = [&](std::string_view chunk) {
+        return luaL_loadbuffer(state, chunk.data(), chunk.size(), chunkName.c_str()) == LUA_OK;
+    };
+    // Of the two errors, the one for what the text was meant to be helps.
+    const bool isMeantAsBody = text.find("return") != std::string_view::npos;
+    if (!compiles(std::string("return ").append(text)) && !compiles(text)) {
+        lua_pushvalue(state, isMeantAsBody ? -1 : -2);
+        velka::throw_exception_from_lua<std::invalid_argument>(state);
+    }
+    lua_setglobal(state, name);
+}
+
 double call_hand_filter_function(lua_State* state, const CardsConfiguration& north,
                                  const CardsConfiguration& east, const CardsConfiguration& south,
                                  const CardsConfiguration& west)
