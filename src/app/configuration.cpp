@@ -11,6 +11,7 @@
 #include <tclap/CmdLine.h>
 
 #include <algorithm>
+#include <charconv>
 #include <cstdlib>
 #include <iostream>
 #include <iterator>
@@ -64,6 +65,23 @@ std::istream& operator>>(std::istream& in, DealsCount& count)
     }
     std::string word;
     if (in >> word; word != "all") {
+        in.setstate(std::ios::failbit);
+    }
+    return in;
+}
+
+struct Seconds {
+    using ValueCategory = TCLAP::ValueLike;
+    double value = 0;
+};
+
+std::istream& operator>>(std::istream& in, Seconds& seconds)
+{
+    std::string text;
+    in >> text;
+    const char* const end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, seconds.value);
+    if (error != std::errc() || stop != end || !(seconds.value >= 0)) {
         in.setstate(std::ios::failbit);
     }
     return in;
@@ -155,6 +173,10 @@ struct Options {
         "",         "max",        translate("Number of hands to deal at most."),
         false,      DealNumber(), translate("number of hands"),
         commandLine};
+    TCLAP::ValueArg<Seconds> time{
+        "",         "time",    translate("Number of seconds to deal at most."),
+        false,      Seconds(), translate("seconds"),
+        commandLine};
     TCLAP::ValueArg<std::string> filter{
         "",
         "filter",
@@ -192,10 +214,10 @@ bool isNoOption(std::string_view argument)
 
 bool takesValue(const Options& options, const std::string& argument)
 {
-    const TCLAP::Arg* const withValue[] = {&options.jobs,   &options.num,    &options.north,
-                                           &options.east,   &options.south,  &options.west,
-                                           &options.format, &options.seed,   &options.first,
-                                           &options.max,    &options.filter, &options.stats};
+    const TCLAP::Arg* const withValue[] = {
+        &options.jobs, &options.num,    &options.north, &options.east,  &options.south,
+        &options.west, &options.format, &options.seed,  &options.first, &options.max,
+        &options.time, &options.filter, &options.stats};
     return std::ranges::any_of(
         withValue, [&](const TCLAP::Arg* option) { return option->argMatches(argument); });
 }
@@ -261,6 +283,9 @@ bool Configuration::process_cmdl(int argc, const char* const* argv)
         scriptFileNames = options.scriptFileNames.getValue();
         if (std::ranges::count(scriptFileNames, standardInput) > 0) {
             scriptOfStandardInput = textOfStandardInput();
+        }
+        if (options.time.isSet()) {
+            timeLimit = options.time.getValue().value;
         }
         filter = valueIfSet(options.filter);
         stats = valueIfSet(options.stats);

@@ -35,6 +35,8 @@ public:
     unsigned long endOfDeals = noDeal;
     bool showStatistics = true;
     bool showRemarks = true;
+    /// Seconds that dealing may take.
+    std::optional<double> timeLimit;
     /// The scripts in their order; `standardInput` stands for what was read from there.
     std::vector<std::string> scriptFileNames;
     std::string scriptOfStandardInput;

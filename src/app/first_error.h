@@ -17,16 +17,17 @@ public:
             first = std::move(error);
         }
     }
-    /// Throws the error kept, if any; for when no other thread runs any more.
+    /// Throws the error kept, if any.
     void rethrow() const
     {
+        const std::lock_guard<std::mutex> lock(mutex);
         if (first != nullptr) {
             std::rethrow_exception(first);
         }
     }
 
 private:
-    std::mutex mutex;
+    mutable std::mutex mutex;
     std::exception_ptr first;
 };
 

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <deque>
 #include <iterator>
+#include <numeric>
 
 namespace trikon {
 
@@ -27,6 +28,9 @@ public:
     /// The intervals in ascending order; between any two at least one number is missing.
     const std::deque<Interval<Number>>& all() const { return intervals; }
 
+    /// How many numbers there are.
+    Number count() const;
+
     void insert(Number number);
     /// The number after the first interval if that starts at `number`, else `number` itself.
     ///
@@ -40,6 +44,15 @@ private:
 };
 
 // --- inline definitions ---
+
+template <class Number>
+Number IntervalSet<Number>::count() const
+{
+    return std::accumulate(intervals.begin(), intervals.end(), Number{},
+                           [](Number sum, const Interval<Number>& interval) {
+                               return sum + (interval.end - interval.start + 1);
+                           });
+}
 
 template <class Number>
 void IntervalSet<Number>::insert(Number number)

@@ -1,12 +1,10 @@
 // Start-up, run, exit status.
 #include "app/configuration.h"
-#include "app/output.h"
 #include "app/run.h"
+#include "app/run_report.h"
 
 #include <clocale>
 #include <csignal>
-#include <exception>
-#include <iostream>
 #include <libintl.h>
 #include <string>
 
@@ -41,12 +39,7 @@ int main(int argc, char** argv)
             return 1;
         }
         return trikon::run(configuration);
-    } catch (const trikon::OutputClosed&) {
-        // Whoever closed it knows.
-    } catch (const std::exception& error) {
-        std::cerr << error.what() << std::endl;
     } catch (...) {
-        std::cerr << gettext("unexpected error") << std::endl;
+        return trikon::tellCurrentError();
     }
-    return 1;
 }

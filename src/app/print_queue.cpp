@@ -3,6 +3,7 @@
 
 #include "app/output.h"
 
+#include <algorithm>
 #include <bit>
 #include <cerrno>
 #include <iostream>
@@ -42,10 +43,10 @@ std::uint32_t PrintQueue::found() const
     return printed;
 }
 
-unsigned long PrintQueue::endOfNumbers() const
+unsigned long PrintQueue::endOfPrinted() const
 {
     const Lock content(contentMutex);
-    return printed == asked ? behindLast : nextNumber;
+    return behindLast;
 }
 
 bool PrintQueue::nr_is_needed(unsigned long n) const
@@ -105,6 +106,26 @@ void PrintQueue::terminateWork()
 }
 
 void PrintQueue::printAll() { tryPrintAndUnlockContent(Lock(contentMutex)); }
+
+unsigned long PrintQueue::close(unsigned long end)
+{
+    const Lock output(outputMutex);
+    Lock content(contentMutex);
+    advanceToPrintable();
+    std::erase_if(items, [](const auto& numbered) { return !isReady(numbered.second); });
+    const unsigned long finished =
+        items.size() + dropped.count() + static_cast<unsigned long>(std::popcount(droppedSoon));
+    const unsigned long behind = std::max(end, nextNumber) - nextNumber;
+    const Items ready = std::move(items);
+    if (!ready.empty()) {
+        behindLast = ready.rbegin()->first + 1;
+    }
+    printed += static_cast<std::uint32_t>(ready.size());
+    forgetAll();
+    content.unlock();
+    print(ready);
+    return behind - std::min(behind, finished);
+}
 
 bool PrintQueue::tryPrintAndUnlockContent(Lock content)
 {

@@ -47,9 +47,8 @@ public:
     bool nr_is_needed(unsigned long n) const;
     /// The number of deals printed.
     std::uint32_t found() const;
-    /// The number behind the last deal that mattered: the last one needed or, while more are
-    /// needed, the last up to which all are printed or rejected.
-    unsigned long endOfNumbers() const;
+    /// The number behind the last deal printed, or the first number of all.
+    unsigned long endOfPrinted() const;
     /// The statistics of all deals printed, shown or not; for when no worker runs any more.
     const NamedCounters& totalStatistics() const { return totals; }
 
@@ -72,6 +71,12 @@ public:
     void terminateWork();
     /// Prints what is printable; for when no worker runs any more.
     void printAll();
+    /// Prints every deal that is ready, in order, though deals before it may be unfinished; then as
+    /// `terminateWork`.
+    ///
+    /// Answers how many of the numbers before `end` were not reported to their end. Waits for a
+    /// thread that prints; workers may be running.
+    unsigned long close(unsigned long end);
 
 private:
     static constexpr int cacheLine = 64;

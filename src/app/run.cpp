@@ -1,12 +1,15 @@
 // The calling thread runs a worker itself; the others are asynchronous tasks. All of them stop when
 // the print queue needs no more deals or the numbers of the deals have come to their end, and any
 // error, wherever it arises, makes the queue need no more.
+//
+// A run that is stopped is finished here as well, by the watching thread if workers do not return.
 #include "app/run.h"
 
 #include "app/first_error.h"
 #include "app/print_queue.h"
 #include "app/process_time.h"
 #include "app/run_report.h"
+#include "app/run_watch.h"
 #include "app/worker.h"
 #include "cards/translation.h"
 #include "dealer/random_source.h"
@@ -19,6 +22,7 @@
 #include <optional>
 #include <random>
 #include <stdexcept>
+#include <system_error>
 
 namespace trikon {
 
@@ -47,10 +51,16 @@ struct alignas(64) DealNumber {
     std::atomic<unsigned long> next{0};
 };
 
-// Ends the other workers' search when this scope is left before it is over.
+// Ends the other workers' search when this scope is left by an exception.
 struct StopWorkers {
     PrintQueue& printQueue;
-    ~StopWorkers() { printQueue.terminateWork(); }
+    bool isArmed = true;
+    ~StopWorkers()
+    {
+        if (isArmed) {
+            printQueue.terminateWork();
+        }
+    }
 };
 
 class Run {
@@ -63,7 +73,11 @@ private:
     void loadScripts();
     void prepare();
     void work();
-    RunReport report() const;
+    int giveUp();
+    // Prints the rest and answers the status of the process.
+    int finish();
+    RunReport report();
+    RunWatch::Reason stopReason() const;
 
     Configuration& configuration;
     RandomSource::Configuration fixedCards{Hands()};
@@ -72,19 +86,52 @@ private:
     // The worker of the calling thread.
     std::optional<Worker> mainWorker;
     double start = 0;
+    FirstError error;
+    std::optional<RunWatch> watch;
 };
 
 int Run::operator()()
 {
     prepare();
     start = getCPUTime();
+    try {
+        watch.emplace(configuration.timeLimit, dealNumber.next, [this] { return giveUp(); });
+    } catch (const std::system_error&) {
+        // Without a thread for it the run goes on unwatched, unless it would never end.
+        if (configuration.timeLimit) {
+            throw;
+        }
+    }
     work();
+    if (watch) {
+        watch->end();
+    }
+    return finish();
+}
+
+int Run::giveUp()
+{
+    try {
+        return finish();
+    } catch (...) {
+        return tellCurrentError();
+    }
+}
+
+int Run::finish()
+{
+    error.rethrow();
     const RunReport found = report();
     printTotals(printQueue.totalStatistics(), found);
-    if (found.found < configuration.handsCount && !configuration.findAll) {
+    const auto reason = stopReason();
+    if (found.found == configuration.handsCount) {
+        return 0;
+    }
+    // With all deals asked for, a bound is how the run is meant to end.
+    if (!configuration.findAll || reason == RunWatch::Signal) {
         tellStopped(configuration, found);
     }
-    return 0;
+    return reason == RunWatch::Signal ? 128 + watch->signal() : 0;
 }
 
 void Run::loadScripts()
@@ -113,10 +160,9 @@ void Run::prepare()
 
 void Run::work()
 {
-    FirstError error;
     std::list<Worker> workers;
     std::list<std::future<void>> futures;
-    const StopWorkers stopWorkers{printQueue};
+    StopWorkers stopWorkers{printQueue};
     for (int index = 0; index < configuration.threadsCount - 1; ++index) {
         Worker& worker = workers.emplace_back(configuration, fixedCards, dealNumber.next,
                                               printQueue, workerSeed(index));
@@ -126,18 +172,25 @@ void Run::work()
     for (std::future<void>& future : futures) {
         future.get();
     }
+    stopWorkers.isArmed = false;
     error.rethrow();
-    printQueue.printAll();
 }
 
-RunReport Run::report() const
+RunWatch::Reason Run::stopReason() const { return watch ? watch->reason() : RunWatch::NotStopped; }
+
+RunReport Run::report()
 {
+    const unsigned long taken =
+        stopReason() == RunWatch::NotStopped ? dealNumber.next.load() : watch->endOfDeals();
+    unsigned long end = std::min(taken, configuration.endOfDeals);
+    const unsigned long givenUp = printQueue.close(end);
+    const std::uint32_t found = printQueue.found();
     // A run that can be repeated leaves out what the threads dealt in vain.
-    const unsigned long end = configuration.seed
-                                  ? printQueue.endOfNumbers()
-                                  : std::min(dealNumber.next.load(), configuration.endOfDeals);
-    return {end - configuration.firstDeal, printQueue.found(), getCPUTime() - start,
-            configuration.threadsCount};
+    if (configuration.seed && found == configuration.handsCount) {
+        end = printQueue.endOfPrinted();
+    }
+    return {end - configuration.firstDeal, found, getCPUTime() - start, configuration.threadsCount,
+            givenUp};
 }
 
 }  // namespace

@@ -33,4 +33,18 @@ void tellStopped(const Configuration& configuration, const RunReport& report)
               << std::endl;
 }
 
+int tellCurrentError()
+{
+    try {
+        throw;
+    } catch (const OutputClosed&) {
+        // Whoever closed it knows.
+    } catch (const std::exception& error) {
+        std::cerr << error.what() << std::endl;
+    } catch (...) {
+        std::cerr << gettext("unexpected error") << std::endl;
+    }
+    return 1;
+}
+
 }  // namespace trikon

@@ -93,6 +93,29 @@ TEST_F(PrintQueueStory, NothingBehindAPendingDealIsPrinted)
     EXPECT_EQ(output.text(), "5\n6\n7\n8\n11\n");
 }
 
+TEST_F(PrintQueueStory, ClosingPrintsWhatIsReadyBehindUnfinishedDeals)
+{
+    start(100);
+    play("a0+ d0+ a2+ d2+ a3+ r4+ a6+ d6+ r70+ r71+ r73+");
+    // Not reported: 1, 5, 7 to 69, 72 and, though accepted, 3.
+    EXPECT_EQ(queue.close(74), 1 + 1 + 63 + 1 + 1);
+    EXPECT_EQ(output.text(), "0\n2\n6\n");
+    EXPECT_EQ(queue.found(), 3U);
+    EXPECT_EQ(queue.endOfPrinted(), 7U);
+    play("d3- a1- r5- n1-");
+}
+
+TEST_F(PrintQueueStory, TheFirstNumberMayBeAnyOne)
+{
+    queue.startAt(1000);
+    start(2);
+    EXPECT_EQ(queue.endOfPrinted(), 1000U);
+    play("a1001+ d1001+ r1000+ r1002+ a1004+ r1003+ d1004-");
+    EXPECT_EQ(output.text(), "1001\n1004\n");
+    EXPECT_EQ(queue.endOfPrinted(), 1005U);
+    EXPECT_EQ(queue.close(1005), 0U);
+}
+
 TEST_F(PrintQueueStory, RejectedNumbersArePassedInWhateverOrderTheyCome)
 {
     std::mt19937 engine(7);
