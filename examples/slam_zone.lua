@@ -17,5 +17,5 @@ function stats()
 end
 
 conf = function()
-  return { num = 5, format = "PBN" }
+  return { format = "PBN" }
 end
