@@ -13,9 +13,13 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <initializer_list>
 #include <iostream>
 #include <iterator>
 #include <limits>
+#include <map>
 #include <string_view>
 #include <thread>
 
@@ -212,32 +216,56 @@ bool isNoOption(std::string_view argument)
            argument.find_first_not_of("srh", 1) != std::string_view::npos;
 }
 
-bool takesValue(const Options& options, const std::string& argument)
+bool isOneOf(std::initializer_list<const TCLAP::Arg*> known, const std::string& argument)
 {
-    const TCLAP::Arg* const withValue[] = {
-        &options.jobs, &options.num,    &options.north, &options.east,  &options.south,
-        &options.west, &options.format, &options.seed,  &options.first, &options.max,
-        &options.time, &options.filter, &options.stats};
     return std::ranges::any_of(
-        withValue, [&](const TCLAP::Arg* option) { return option->argMatches(argument); });
+        known, [&](const TCLAP::Arg* option) { return option->argMatches(argument); });
 }
 
-// Ends the process by the library's own error path at the first argument that is no option.
+bool takesNumber(const Options& options, const std::string& argument)
+{
+    return isOneOf(
+        {&options.jobs, &options.num, &options.seed, &options.first, &options.max, &options.time},
+        argument);
+}
+
+bool takesText(const Options& options, const std::string& argument)
+{
+    return isOneOf({&options.north, &options.east, &options.south, &options.west, &options.format,
+                    &options.filter, &options.stats},
+                   argument);
+}
+
+// Ends the process by the library's own error path.
+void endWithUsage(Options& options, const char* program, const std::string& argument,
+                  const std::string& message)
+{
+    options.commandLine.getProgramName() = program;  // the library learns it later
+    TCLAP::CmdLineParseException error(message, argument);
+    try {
+        options.commandLine.getOutput()->failure(options.commandLine, error);
+    } catch (const TCLAP::ExitException& exit) {
+        std::exit(exit.getExitStatus());
+    }
+}
+
+// Ends the process at the first argument that is no option, or a number without a digit, which the
+// library would take for the default.
 void rejectOddOptions(Options& options, int argc, const char* const* argv)
 {
     for (int i = 1; i < argc; ++i) {
         const std::string argument = argv[i];
-        if (takesValue(options, argument)) {
+        if (takesText(options, argument)) {
             ++i;  // the value may look like anything
-        } else if (isNoOption(argument)) {
-            TCLAP::CmdLineParseException error(
-                translate("no such option; a blank stands between an option and its value"),
-                argument);
-            try {
-                options.commandLine.getOutput()->failure(options.commandLine, error);
-            } catch (const TCLAP::ExitException& exit) {
-                std::exit(exit.getExitStatus());
+        } else if (takesNumber(options, argument)) {
+            ++i;
+            if (i < argc && *argv[i] == '\0') {
+                endWithUsage(options, argv[0], argument, translate("a number is missing"));
             }
+        } else if (isNoOption(argument)) {
+            endWithUsage(
+                options, argv[0], argument,
+                translate("no such option; a blank stands between an option and its value"));
         }
     }
 }
@@ -247,9 +275,27 @@ std::optional<std::string> valueIfSet(const TCLAP::ValueArg<std::string>& option
     return option.isSet() ? std::optional(option.getValue()) : std::nullopt;
 }
 
-std::string textOfStandardInput()
+std::string readAll(std::istream& in)
 {
-    return {std::istreambuf_iterator<char>(std::cin), std::istreambuf_iterator<char>()};
+    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+// The scripts that can be read only once, though every worker loads them: from standard input and
+// from pipes.
+std::map<std::string, std::string> readOnce(const std::vector<std::string>& scriptFileNames)
+{
+    std::map<std::string, std::string> texts;
+    for (const std::string& name : scriptFileNames) {
+        std::error_code ignored;
+        if (name == Configuration::standardInput) {
+            texts.try_emplace(name, readAll(std::cin));
+        } else if (std::filesystem::exists(name, ignored) &&
+                   std::filesystem::is_other(name, ignored)) {
+            std::ifstream in(name);
+            texts.try_emplace(name, readAll(in));
+        }
+    }
+    return texts;
 }
 
 }  // namespace
@@ -281,9 +327,7 @@ bool Configuration::process_cmdl(int argc, const char* const* argv)
             endOfDeals = std::min(noDeal, firstDeal + options.max.getValue().value);
         }
         scriptFileNames = options.scriptFileNames.getValue();
-        if (std::ranges::count(scriptFileNames, standardInput) > 0) {
-            scriptOfStandardInput = textOfStandardInput();
-        }
+        textsReadOnce = readOnce(scriptFileNames);
         if (options.time.isSet()) {
             timeLimit = options.time.getValue().value;
         }

@@ -8,6 +8,7 @@
 #include "cards/players_and_trumps.h"
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -39,7 +40,8 @@ public:
     std::optional<double> timeLimit;
     /// The scripts in their order; `standardInput` stands for what was read from there.
     std::vector<std::string> scriptFileNames;
-    std::string scriptOfStandardInput;
+    /// The texts of those scripts that can be read but once, standard input and pipes, by name.
+    std::map<std::string, std::string> textsReadOnce;
     /// Texts that replace the scripts' functions of these names.
     std::optional<std::string> filter;
     std::optional<std::string> stats;

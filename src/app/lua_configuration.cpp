@@ -9,6 +9,7 @@
 
 #include <lua.hpp>
 
+#include <cmath>
 #include <cstdint>
 #include <limits>
 #include <optional>
@@ -48,33 +49,33 @@ std::optional<std::string> stringField(lua_State* state, int table, const char* 
         translate("Error in configuration: \"%1%\" has wrong type, integer is required.", {key}));
 }
 
-// A number is cut to an integer toward zero; one above `maximum` either way counts as none.
-std::optional<std::int64_t> integerField(lua_State* state, int table, const char* key,
-                                         std::int64_t maximum)
+// A number, cut to an integer toward zero; one outside of the limits counts as none.
+std::optional<double> integerField(lua_State* state, int table, const char* key, double minimum,
+                                   double maximum)
 {
     const StackGuard restoresStack(state, lua_gettop(state));
     if (!pushField(state, table, key)) {
         return std::nullopt;
     }
     int isNumber = 0;
-    const double value = lua_tonumberx(state, -1, &isNumber);
-    const auto limit = static_cast<double>(maximum) + 1;
-    if (isNumber == 0 || !(value > -limit && value < limit)) {
+    const double whole = std::trunc(lua_tonumberx(state, -1, &isNumber));
+    if (isNumber == 0 || !(whole >= minimum && whole <= maximum)) {
         throwNotInteger(key);
     }
-    return static_cast<std::int64_t>(value);
+    return whole;
 }
 
 // A number that is cut to an integer and must not be negative.
 std::optional<std::uint64_t> countField(lua_State* state, int table, const char* key,
                                         std::int64_t maximum)
 {
-    const std::optional<std::int64_t> value = integerField(state, table, key, maximum);
+    const std::optional<double> value = integerField(
+        state, table, key, -std::numeric_limits<double>::infinity(), static_cast<double>(maximum));
     if (value && *value < 0) {
         throw std::runtime_error(
             translate("Error in configuration: \"%1%\" can't be negative.", {key}));
     }
-    return value;
+    return value ? std::optional(static_cast<std::uint64_t>(*value)) : std::nullopt;
 }
 
 // A number of 64 bits. Lua's own numbers hold 53 of them, so all 64 are written as a string.
@@ -125,6 +126,7 @@ bool Configuration::load_hand_from_lua_table(lua_State* state, PlayerNumber play
 
 void Configuration::load_from_lua_conf(lua_State* state)
 {
+    const CollectorPause pause(state);
     const StackGuard restoresStack(state, lua_gettop(state));
     if (!pushConf(state)) {
         return;
@@ -135,7 +137,8 @@ void Configuration::load_from_lua_conf(lua_State* state)
     load_hand_from_lua_table(state, South, "S", conf);
     load_hand_from_lua_table(state, West, "W", conf);
     fixedHands.ensureIsValid();
-    if (const auto jobs = integerField(state, conf, "jobs", std::numeric_limits<int>::max())) {
+    if (const auto jobs = integerField(state, conf, "jobs", std::numeric_limits<int>::min(),
+                                       std::numeric_limits<int>::max())) {
         set_threads_count(static_cast<int>(*jobs));
     }
     if (const auto num =

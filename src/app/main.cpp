@@ -1,5 +1,6 @@
 // Start-up, run, exit status.
 #include "app/configuration.h"
+#include "app/output.h"
 #include "app/run.h"
 #include "app/run_report.h"
 
@@ -33,6 +34,7 @@ int main(int argc, char** argv)
     trikon::useTranslations(argc > 0 ? argv[0] : nullptr);
     // A closed pipe is seen as an error of the stream, so that the run ends in an orderly way.
     std::signal(SIGPIPE, SIG_IGN);
+    trikon::checkOutputAtExit();
     try {
         trikon::Configuration configuration;
         if (!configuration.process_cmdl(argc, argv)) {

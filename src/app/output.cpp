@@ -4,16 +4,43 @@
 #include "cards/translation.h"
 
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
 #include <iostream>
 
 namespace trikon {
+
+namespace {
+
+// Whether somebody was told, or need not be.
+bool failureIsKnown = false;
+
+void failIfOutputIsLost()
+{
+    if (failureIsKnown) {
+        return;
+    }
+    try {
+        std::cout.flush();
+        ensureOutputIsWritten();
+    } catch (const OutputClosed&) {
+        std::_Exit(1);
+    } catch (const std::exception& error) {
+        std::cerr << error.what() << std::endl;
+        std::_Exit(1);
+    }
+}
+
+}  // namespace
+
+void checkOutputAtExit() { std::atexit(failIfOutputIsLost); }
 
 void ensureOutputIsWritten()
 {
     if (std::cout) {
         return;
     }
+    failureIsKnown = true;
     if (errno == EPIPE) {
         throw OutputClosed();
     }

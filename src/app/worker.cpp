@@ -7,6 +7,8 @@
 #include "lua/lua_error.h"
 
 #include <algorithm>
+#include <cstdlib>
+#include <iostream>
 #include <limits>
 #include <new>
 #include <stdexcept>
@@ -19,21 +21,30 @@ namespace {
 // What scripts draw while they are loaded comes from here.
 constexpr unsigned long numberOfNoDeal = std::numeric_limits<unsigned long>::max();
 
+// Lua calls this for an error outside of a protected call, which is only left for want of memory,
+// and would then abort.
+int endWithPanic(lua_State* state)
+{
+    std::cerr << errorText(state) << std::endl;
+    std::_Exit(1);
+}
+
 }  // namespace
 
 Worker::Worker(const Configuration& configuration, RandomSource::Configuration& fixedCards,
                std::atomic<unsigned long>& dealNumber, PrintQueue& printQueue, unsigned long seed)
     : configuration(configuration),
       fixedCards(fixedCards),
-      state(luaL_newstate()),
       randomSource(fixedCards, seed),
       dealEngine(configuration.seed.value_or(0), numberOfNoDeal),
       dealNumber(dealNumber),
-      printQueue(printQueue)
+      printQueue(printQueue),
+      state(luaL_newstate())
 {
     if (state == nullptr) {
         throw std::bad_alloc();
     }
+    lua_atpanic(luaState(), endWithPanic);
     configure();
 }
 
@@ -61,15 +72,19 @@ void Worker::configure()
 
 int Worker::loadScript(const std::string& fileName)
 {
-    if (fileName != Configuration::standardInput) {
+    const CollectorPause pause(luaState());
+    const auto readOnce = configuration.textsReadOnce.find(fileName);
+    if (readOnce == configuration.textsReadOnce.end()) {
         return luaL_loadfile(luaState(), fileName.c_str());
     }
-    std::string_view text = configuration.scriptOfStandardInput;
+    std::string_view text = readOnce->second;
     if (text.starts_with('#')) {
         // As in a file, a first line that names an interpreter is none of the script's.
         text.remove_prefix(std::min(text.find('\n'), text.size()));
     }
-    return luaL_loadbuffer(luaState(), text.data(), text.size(), "=stdin");
+    const bool isStandardInput = fileName == Configuration::standardInput;
+    const std::string chunkName = isStandardInput ? "=stdin" : '@' + fileName;
+    return luaL_loadbuffer(luaState(), text.data(), text.size(), chunkName.c_str());
 }
 
 void Worker::runScript(const std::string& fileName)
@@ -84,6 +99,11 @@ void Worker::createHands()
 {
     static constexpr const char* names[playersCount] = {"N", "E", "S", "W"};
     lua_State* const lua = luaState();
+    const CollectorPause pause(lua);
+    lua_pushstring(lua, "filter");
+    filterName = luaL_ref(lua, LUA_REGISTRYINDEX);
+    lua_pushstring(lua, "stats");
+    statsName = luaL_ref(lua, LUA_REGISTRYINDEX);
     lua_pushglobaltable(lua);
     for (int player = North; player <= West; ++player) {
         hands[player] = pushCardSet(lua, CardsConfiguration());
@@ -159,7 +179,7 @@ bool Worker::filter()
 {
     lua_State* const lua = luaState();
     lua_settop(lua, 0);
-    if (!pushScriptFunction("filter")) {
+    if (!pushScriptFunction(filterName)) {
         return true;
     }
     if (lua_pcall(lua, 0, 1, 0) != LUA_OK) {
@@ -177,17 +197,18 @@ void Worker::stats() const
 {
     lua_State* const lua = luaState();
     lua_settop(lua, 0);
-    if (pushScriptFunction("stats") && lua_pcall(lua, 0, 0, 0) != LUA_OK) {
+    if (pushScriptFunction(statsName) && lua_pcall(lua, 0, 0, 0) != LUA_OK) {
         throw_lua_exception();
     }
 }
 
-bool Worker::pushScriptFunction(const char* name) const
+bool Worker::pushScriptFunction(int name) const
 {
-    // Read without metamethods: an error of one would end the process, for no call protects it.
+    // No call protects the reading, so it does nothing that may raise an error: no metamethod is
+    // asked, and nothing is allocated, which might run finalisers of the script.
     lua_State* const lua = luaState();
     lua_pushglobaltable(lua);
-    lua_pushstring(lua, name);
+    lua_rawgeti(lua, LUA_REGISTRYINDEX, name);
     lua_rawget(lua, -2);
     return lua_isfunction(lua, -1);
 }

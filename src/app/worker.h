@@ -88,12 +88,11 @@ private:
     void clearSolvers() { solver.clear(); }
     bool filter();
     void stats() const;
-    bool pushScriptFunction(const char* name) const;
+    bool pushScriptFunction(int name) const;
     [[noreturn]] void throw_lua_exception() const;
 
     const Configuration& configuration;
     const RandomSource::Configuration& fixedCards;
-    std::unique_ptr<lua_State, CloseState> state;
     RandomSource randomSource;
     SeededEngine dealEngine;
     std::atomic<unsigned long>& dealNumber;
@@ -104,6 +103,11 @@ private:
     ScriptSolver solver;
     NamedCounters counters;
     std::string remarks;
+    // Last, so that it is closed first: finalisers of a script may still call the functions above.
+    std::unique_ptr<lua_State, CloseState> state;
+    // Where the registry keeps the names "filter" and "stats".
+    int filterName = LUA_NOREF;
+    int statsName = LUA_NOREF;
 };
 
 }  // namespace trikon

@@ -22,7 +22,8 @@ Worker& workerOf(lua_State* state)
 // Replaces every argument by its text, as Lua's tostring gives it.
 void turnArgumentsIntoText(lua_State* state)
 {
-    for (int argument = lua_gettop(state); argument > 0; --argument) {
+    const int last = lua_gettop(state);
+    for (int argument = 1; argument <= last; ++argument) {
         pushTextOf(state, argument);
         lua_replace(state, argument);
     }
@@ -82,8 +83,13 @@ Contract getSolverLua(lua_State* state, int first)
 {
     const PlayerNumber declarer = workerOf(state).luaCheckPlayerNr(state, first);
     const Trump trump = luaCheckTrump(state, first + 1, true);
-    const bool hasCommands = lua_gettop(state) > first + 1;
-    return {declarer, trump, hasCommands ? pushTextOf(state, first + 2).data() : nullptr};
+    if (lua_gettop(state) <= first + 1) {
+        return {declarer, trump, nullptr};
+    }
+    const std::string_view commands = pushTextOf(state, first + 2);
+    luaL_argcheck(state, commands.find('\0') == std::string_view::npos, first + 2,
+                  "zero byte in the commands");
+    return {declarer, trump, commands.data()};
 }
 
 // tricks(player, trump [, commands]) -> number, or nil when a card cannot be played
@@ -107,7 +113,9 @@ int tricks(lua_State* state)
 // cantake(n, player, trump [, commands]) -> boolean, or nil when a card cannot be played
 int cantake(lua_State* state)
 {
-    const lua_Integer n = luaL_checkinteger(state, 1);
+    // No deal has tricks beyond these numbers, and an infinite one has no integer.
+    const double asked = luaL_checknumber(state, 1);
+    const int n = !(asked > -1) ? -1 : static_cast<int>(std::min(asked, 14.0));
     const Contract contract = getSolverLua(state, 2);
     enum { Unknown, No, Yes } answer = Unknown;
     raiseWhatThrows(state, [&] {
@@ -165,10 +173,10 @@ PlayerNumber Worker::luaCheckPlayerNr(lua_State* callingState, int index) const
         const auto* const found = std::find(std::begin(hands), std::end(hands), value);
         player = found == std::end(hands) ? NoPlayer
                                           : static_cast<PlayerNumber>(found - std::begin(hands));
-    } else {
+    } else if (lua_type(callingState, index) == LUA_TSTRING) {
         std::size_t length = 0;
         const char* const name = lua_tolstring(callingState, index, &length);
-        player = name != nullptr && length == 1 ? charToPlayer(*name) : NoPlayer;
+        player = length == 1 ? charToPlayer(*name) : NoPlayer;
     }
     if (player == NoPlayer) {
         luaL_argerror(

@@ -31,6 +31,30 @@ private:
     int height;
 };
 
+/// Keeps the collector from running in a scope that no protected call surrounds.
+///
+/// A script's finalisers would run there, and an error of theirs would end the process.
+class CollectorPause {
+public:
+    explicit CollectorPause(lua_State* state)
+        : state(state), wasRunning(lua_gc(state, LUA_GCISRUNNING, 0) != 0)
+    {
+        lua_gc(state, LUA_GCSTOP, 0);
+    }
+    CollectorPause(const CollectorPause&) = delete;
+    CollectorPause& operator=(const CollectorPause&) = delete;
+    ~CollectorPause()
+    {
+        if (wasRunning) {
+            lua_gc(state, LUA_GCRESTART, 0);
+        }
+    }
+
+private:
+    lua_State* state;
+    bool wasRunning;
+};
+
 /// The text of the error value on top of the stack, which stays there.
 ///
 /// A value that is neither string nor number has no text of its own: a table is told as "(error

@@ -11,10 +11,15 @@ namespace {
 constexpr int pointsPerCard = 5;
 constexpr int voidOpponentStrength = 500;
 
-// Whichever file is initialised first, the card tables that this reads are filled: every file that
-// includes them holds an initialiser of theirs above this one.
-bool fillStrengthTables()
+// Fills both tables when its one object is made, before main.
+class __MTInicializer__ {
+public:
+    __MTInicializer__();
+};
+
+__MTInicializer__::__MTInicializer__()
 {
+    // Whichever file is initialised first, the tables that this reads are filled.
     const __Inicializer__ cardTablesFirst;
     strength_with_count[0] = 0;
     strength_oponent[0] = voidOpponentStrength;
@@ -24,10 +29,9 @@ bool fillStrengthTables()
         strength_with_count[suit] = rankIndex + pointsPerCard + strength_with_count[suit ^ high];
         strength_oponent[suit] = strength_with_count[suit];
     }
-    return true;
 }
 
-const bool filled = fillStrengthTables();
+const __MTInicializer__ strengthTablesInicializer;
 
 }  // namespace
 

@@ -110,7 +110,7 @@ TEST_F(PrintQueueStory, TheFirstNumberMayBeAnyOne)
     queue.startAt(1000);
     start(2);
     EXPECT_EQ(queue.endOfPrinted(), 1000U);
-    play("a1001+ d1001+ r1000+ r1002+ a1004+ r1003+ d1004-");
+    play("a1001+ d1001+ r1000+ r1002+ a1004+ r1003- d1004-");
     EXPECT_EQ(output.text(), "1001\n1004\n");
     EXPECT_EQ(queue.endOfPrinted(), 1005U);
     EXPECT_EQ(queue.close(1005), 0U);
