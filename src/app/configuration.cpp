@@ -181,6 +181,8 @@ struct Options {
         "",         "time",    translate("Number of seconds to deal at most."),
         false,      Seconds(), translate("seconds"),
         commandLine};
+    TCLAP::SwitchArg verbose{
+        "", "verbose", translate("Tell the seed and the progress on standard error."), commandLine};
     TCLAP::ValueArg<std::string> filter{
         "",
         "filter",
@@ -340,6 +342,7 @@ bool Configuration::process_cmdl(int argc, const char* const* argv)
         printFunction = str_to_print_f(options.format.getValue());
         showStatistics = !options.noStatistics.getValue();
         showRemarks = !options.noRemarks.getValue();
+        verbose = options.verbose.getValue();
         return true;
     } catch (const TCLAP::ArgException& error) {
         std::cerr << "error: " << error.error() << " for arg " << error.argId() << std::endl;

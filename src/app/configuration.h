@@ -36,6 +36,8 @@ public:
     unsigned long endOfDeals = noDeal;
     bool showStatistics = true;
     bool showRemarks = true;
+    /// Whether to tell the seed and the progress on standard error.
+    bool verbose = false;
     /// Seconds that dealing may take.
     std::optional<double> timeLimit;
     /// The scripts in their order; `standardInput` stands for what was read from there.

@@ -37,6 +37,24 @@ void PrintQueue::startAt(unsigned long n)
     behindLast = n;
 }
 
+void PrintQueue::whileNotPrinting(const std::function<void()>& function)
+{
+    {
+        const Lock output(outputMutex, std::try_to_lock);
+        if (!output) {
+            return;
+        }
+        function();
+    }
+    printAll();  // who found the output taken has left his deal to this thread
+}
+
+std::uint32_t PrintQueue::accepted() const
+{
+    const Lock content(contentMutex);
+    return printed + static_cast<std::uint32_t>(items.size());
+}
+
 std::uint32_t PrintQueue::found() const
 {
     const Lock content(contentMutex);
@@ -196,6 +214,9 @@ void PrintQueue::forgetAll()
 
 void PrintQueue::print(const Items& batch)
 {
+    if (prePrint && !batch.empty()) {
+        prePrint();
+    }
     errno = 0;  // so that a reason given below is the output's own
     for (const auto& [n, item] : batch) {
         print(item);

@@ -22,6 +22,7 @@
 #include <mutex>
 #include <pthread.h>
 #include <string>
+#include <utility>
 
 namespace trikon {
 
@@ -45,6 +46,16 @@ public:
 
     /// Whether deal `n` can still be among those printed.
     bool nr_is_needed(unsigned long n) const;
+    /// Has `function` called each time before deals are printed, by the thread that prints; before
+    /// any worker runs.
+    void beforePrinting(std::function<void()> function) { prePrint = std::move(function); }
+    /// Calls `function` with the output to itself, or not at all when deals are being printed.
+    ///
+    /// Throws what printing throws: deals that have become ready meanwhile are printed.
+    void whileNotPrinting(const std::function<void()>& function);
+
+    /// The number of deals accepted so far, printed or not.
+    std::uint32_t accepted() const;
     /// The number of deals printed.
     std::uint32_t found() const;
     /// The number behind the last deal printed, or the first number of all.
@@ -129,6 +140,7 @@ private:
 
     // Written before any worker runs, only read afterwards.
     PrintFunction printFunction;
+    std::function<void()> prePrint;
     bool showStatistics = true;
     bool showRemarks = true;
 };

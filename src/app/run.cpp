@@ -8,6 +8,7 @@
 #include "app/first_error.h"
 #include "app/print_queue.h"
 #include "app/process_time.h"
+#include "app/progress.h"
 #include "app/run_report.h"
 #include "app/run_watch.h"
 #include "app/worker.h"
@@ -87,6 +88,7 @@ private:
     std::optional<Worker> mainWorker;
     double start = 0;
     FirstError error;
+    std::optional<Progress> progress;
     std::optional<RunWatch> watch;
 };
 
@@ -94,8 +96,10 @@ int Run::operator()()
 {
     prepare();
     start = getCPUTime();
+    progress.emplace(configuration, dealNumber.next, printQueue);
     try {
-        watch.emplace(configuration.timeLimit, dealNumber.next, [this] { return giveUp(); });
+        watch.emplace(configuration.timeLimit, dealNumber.next, *progress, error,
+                      [this] { return giveUp(); });
     } catch (const std::system_error&) {
         // Without a thread for it the run goes on unwatched, unless it would never end.
         if (configuration.timeLimit) {
@@ -122,6 +126,7 @@ int Run::finish()
 {
     error.rethrow();
     const RunReport found = report();
+    progress->wipe();
     printTotals(printQueue.totalStatistics(), found);
     const auto reason = stopReason();
     if (found.found == configuration.handsCount) {

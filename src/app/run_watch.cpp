@@ -5,16 +5,22 @@
 #include "app/process_time.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <exception>
 #include <unistd.h>
 #include <utility>
 
 namespace trikon {
 
 RunWatch::RunWatch(std::optional<double> timeLimit, std::atomic<unsigned long>& dealNumber,
-                   std::function<int()> finish)
-    : timeOver(timeLimit), dealNumber(dealNumber), finish(std::move(finish))
+                   Progress& progress, FirstError& error, std::function<int()> finish)
+    : timeOver(timeLimit),
+      dealNumber(dealNumber),
+      progress(progress),
+      error(error),
+      finish(std::move(finish))
 {
     if (timeOver) {
         *timeOver += getRealTime();
@@ -54,6 +60,8 @@ void RunWatch::watch()
             stop(Signal);
         } else if (timeOver && now >= *timeOver) {
             stop(TimeOver);
+        } else if (now >= progress.nextReport()) {
+            printOrKeepError([&] { progress.report(now); });
         }
     }
 }
@@ -63,6 +71,16 @@ void RunWatch::stop(Reason reason)
     stopReason = reason;
     stopTime = getRealTime();
     firstNotDealt = dealNumber.fetch_or(Configuration::noDeal);
+    printOrKeepError([this] { progress.end(); });
+}
+
+void RunWatch::printOrKeepError(const std::function<void()>& print)
+{
+    try {
+        print();
+    } catch (...) {
+        error.keep(std::current_exception());
+    }
 }
 
 void RunWatch::giveUp()
@@ -79,7 +97,8 @@ double RunWatch::secondsToNextEvent(double now) const
     if (stopReason != NotStopped) {
         return isFinishing ? never : std::max(0.0, stopTime + patience - now);
     }
-    return timeOver ? std::max(0.0, *timeOver - now) : never;
+    const double next = std::fmin(progress.nextReport(), timeOver.value_or(progress.nextReport()));
+    return std::isinf(next) ? never : std::max(0.0, next - now);
 }
 
 }  // namespace trikon

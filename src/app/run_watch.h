@@ -1,4 +1,5 @@
-// A thread that watches a run: it ends the run when its time is over or a signal comes.
+// A thread that watches a run: it tells how the run gets on, and ends it when its time is over or a
+// signal comes.
 //
 // To stop, it sets the top bit of the counter of deals: no number that a worker takes from then on
 // is a deal, while every number taken before is dealt to its end, so what is printed has no gap.
@@ -6,6 +7,8 @@
 // are given up: the watch itself then finishes the run and ends the process.
 #pragma once
 
+#include "app/first_error.h"
+#include "app/progress.h"
 #include "app/signals.h"
 
 #include <atomic>
@@ -25,7 +28,7 @@ public:
     ///
     /// Throws std::system_error when there is no thread to be had.
     RunWatch(std::optional<double> timeLimit, std::atomic<unsigned long>& dealNumber,
-             std::function<int()> finish);
+             Progress& progress, FirstError& error, std::function<int()> finish);
     ~RunWatch();
     RunWatch(const RunWatch&) = delete;
     RunWatch& operator=(const RunWatch&) = delete;
@@ -46,6 +49,8 @@ public:
 private:
     void watch();
     void stop(Reason reason);
+    // Deals may be printed when something is told, and that may fail.
+    void printOrKeepError(const std::function<void()>& print);
     [[noreturn]] void giveUp();
     double secondsToNextEvent(double now) const;
 
@@ -53,6 +58,8 @@ private:
 
     std::optional<double> timeOver;
     std::atomic<unsigned long>& dealNumber;
+    Progress& progress;
+    FirstError& error;
     std::function<int()> finish;
     SignalWatch signals;
     // Written by the watching thread only, and read by others once that has ended.
