@@ -201,6 +201,19 @@ struct Options {
         "",
         "Lua",
         commandLine};
+    TCLAP::ValueArg<std::string> summary{
+        "",
+        "summary",
+        translate("File that gets the totals and what belongs to them, as JSON."),
+        false,
+        "",
+        translate("file name"),
+        commandLine};
+    TCLAP::SwitchArg merge{
+        "", "merge",
+        translate("Deal nothing: the files are summaries of the parts of a job, whose totals are "
+                  "printed together."),
+        commandLine};
     ScriptNameConstraint scriptNameConstraint;
     TCLAP::UnlabeledMultiArg<std::string> scriptFileNames{
         "scriptFileNames", translate("Files with lua scripts."), false, &scriptNameConstraint,
@@ -234,7 +247,7 @@ bool takesNumber(const Options& options, const std::string& argument)
 bool takesText(const Options& options, const std::string& argument)
 {
     return isOneOf({&options.north, &options.east, &options.south, &options.west, &options.format,
-                    &options.filter, &options.stats},
+                    &options.filter, &options.stats, &options.summary},
                    argument);
 }
 
@@ -342,6 +355,8 @@ bool Configuration::process_cmdl(int argc, const char* const* argv)
         printFunction = str_to_print_f(options.format.getValue());
         showStatistics = !options.noStatistics.getValue();
         showRemarks = !options.noRemarks.getValue();
+        summaryFileName = valueIfSet(options.summary);
+        merge = options.merge.getValue();
         verbose = options.verbose.getValue();
         return true;
     } catch (const TCLAP::ArgException& error) {

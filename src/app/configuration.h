@@ -36,6 +36,10 @@ public:
     unsigned long endOfDeals = noDeal;
     bool showStatistics = true;
     bool showRemarks = true;
+    /// Where to write the result for other programs.
+    std::optional<std::string> summaryFileName;
+    /// Whether the files named are such results, to be merged, and nothing is dealt.
+    bool merge = false;
     /// Whether to tell the seed and the progress on standard error.
     bool verbose = false;
     /// Seconds that dealing may take.

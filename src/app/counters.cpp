@@ -17,6 +17,21 @@ double wholePart(double value) { return value > 0 ? std::trunc(value) : 0; }
 
 }  // namespace
 
+Counter::Counter(const State& state)
+    : sum{state.sum, state.sumCompensation},
+      squares{state.squares, state.squaresCompensation},
+      min(state.min),
+      max(state.max),
+      valuesCount(state.count)
+{
+}
+
+Counter::State Counter::state() const
+{
+    return {sum.value, sum.compensation, squares.value, squares.compensation, min,
+            max,       valuesCount};
+}
+
 void Counter::add(double value)
 {
     countFurther(1);

@@ -15,6 +15,21 @@ namespace trikon {
 
 class Counter {
 public:
+    /// All that a counter holds. Each exact sum is the sum less its compensation.
+    struct State {
+        double sum;
+        double sumCompensation;
+        double squares;
+        double squaresCompensation;
+        double min;
+        double max;
+        std::uint32_t count;
+    };
+
+    Counter() = default;
+    explicit Counter(const State& state);
+    State state() const;
+
     std::uint32_t count() const { return valuesCount; }
     /// The mean of the values, not a number without any.
     double mean() const { return sum.value / valuesCount; }
@@ -59,6 +74,8 @@ private:
 class NamedCounters {
 public:
     bool empty() const { return counters.empty(); }
+    auto begin() const { return counters.begin(); }
+    auto end() const { return counters.end(); }
     void clear() { counters.clear(); }
     void swap(NamedCounters& other) noexcept { counters.swap(other.counters); }
 

@@ -3,6 +3,7 @@
 #include "app/output.h"
 #include "app/run.h"
 #include "app/run_report.h"
+#include "app/summary.h"
 
 #include <clocale>
 #include <csignal>
@@ -39,6 +40,10 @@ int main(int argc, char** argv)
         trikon::Configuration configuration;
         if (!configuration.process_cmdl(argc, argv)) {
             return 1;
+        }
+        if (configuration.merge) {
+            trikon::mergeSummaries(configuration.scriptFileNames);
+            return 0;
         }
         return trikon::run(configuration);
     } catch (...) {

@@ -11,6 +11,7 @@
 #include "app/progress.h"
 #include "app/run_report.h"
 #include "app/run_watch.h"
+#include "app/summary.h"
 #include "app/worker.h"
 #include "cards/translation.h"
 #include "dealer/random_source.h"
@@ -128,6 +129,10 @@ int Run::finish()
     const RunReport found = report();
     progress->wipe();
     printTotals(printQueue.totalStatistics(), found);
+    if (configuration.summaryFileName) {
+        writeSummary(*configuration.summaryFileName, configuration, found,
+                     printQueue.totalStatistics());
+    }
     const auto reason = stopReason();
     if (found.found == configuration.handsCount) {
         return 0;
@@ -155,6 +160,9 @@ void Run::prepare()
     }
     if (configuration.seed != seedOfOptions) {
         loadScripts();  // what scripts draw while they are loaded depends on the seed
+    }
+    if (configuration.summaryFileName) {
+        prepareSummary(*configuration.summaryFileName);
     }
     printQueue.configure(configuration.handsCount, configuration.printFunction,
                          configuration.showStatistics, configuration.showRemarks);
