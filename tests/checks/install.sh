@@ -10,6 +10,7 @@ trap 'rm -rf "$prefix"' EXIT
 PATH=$prefix/bin:$PATH
 cd "$prefix"
 test -f share/man/man1/tamrel.1
+test -f share/bash-completion/completions/tamrel
 LC_ALL=C tamrel -n 1 -f none | grep '^Number of hands dealt' >/dev/null
 if locale -a | grep -ix de_DE.utf8 >/dev/null; then
     LC_ALL=de_DE.UTF-8 tamrel -n 1 -f none | grep '^Zahl der ausgeteilten' >/dev/null
