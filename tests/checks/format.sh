@@ -2,4 +2,4 @@
 # Fails when a source is not as clang-format leaves it.
 set -euo pipefail
 cd "$(dirname "$0")/../.."
-find src tests benchmarks -name '*.h' -o -name '*.cpp' | xargs clang-format --dry-run --Werror
+find src tests benchmarks fuzz -name '*.h' -o -name '*.cpp' | xargs clang-format --dry-run --Werror

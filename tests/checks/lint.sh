@@ -3,5 +3,5 @@
 set -euo pipefail
 build=$1
 cd "$(dirname "$0")/../.."
-find src tests benchmarks -name '*.cpp' |
+find src tests benchmarks fuzz -name '*.cpp' |
     xargs -P "$(nproc)" -n 1 clang-tidy -p "$build" --quiet 2> >(grep -v 'warnings generated' >&2)
