@@ -86,6 +86,7 @@ TEST(DealReaders, SomeDealsAreIncompleteOrLeaveTextBehind)
         {Form::inTurn, "... - - - - " + ending, "N:A... K... Q... J...|"},
         {Form::diagram, "A... J K - - - - - - Q...", "N:A... K... Q... J...|"},
         {Form::diagram, "A... J K - - - - - - QT9... rest", "N:A... K... QT9... J...| rest"},
+        {Form::diagram, "A... - J 2 - - - - - Q...", "N:A... J... Q... .2..|"},
         // "=" is no marker of the first hand, but one of West's.
         {Form::diagram, "= A = = = K = Q = - = - = - = - = - = - J - - -",
          "N:.A.. Q... J... K...|"},
@@ -185,6 +186,11 @@ TEST(DealReaders, HandsAreReadOneAtATime)
     EXPECT_EQ(hands[East], hand("..."));
     EXPECT_EQ(errorOf([&] { hands.readNextPlayer(in, "SWNE", false, false); }),
               "Error: Bad suit length: expected: 13 received: 3");
+
+    // The hand before counts, not the first.
+    in = std::istringstream("JT - - -");
+    hands = trikon::hands("K...", "AQ...", "...", "...");
+    EXPECT_EQ(hands.readNextPlayer(in, "NESW", true, false), 2);
 
     // A card that somebody later in the order holds is taken, too.
     in = std::istringstream("A - - -");
