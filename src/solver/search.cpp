@@ -142,7 +142,16 @@ std::int8_t DDSolver::searchStartTrick(std::int8_t target, PlayerNumber player,
         return static_cast<std::int8_t>(sure);
     }
 
-    // Step 3. Ask the table. It answers in names, and the caller is told ranks.
+    // Step 3. Leave the others the tricks of their top trumps.
+    if constexpr (T != NoTrump) {
+        const TopTrumps theirs = topTrumps<T>(nextPlayer(player), *deal, situation.cards);
+        if (tricksLeft - theirs.tricks < target) {
+            relevant |= onlySuit(T, theirs.ranks);
+            return static_cast<std::int8_t>(tricksLeft - theirs.tricks);
+        }
+    }
+
+    // Step 4. Ask the table. It answers in names, and the caller is told ranks.
     const CardsConfiguration pattern = deal->pattern(situation.cards);
     TranspositionTable::Node& node = table.node(player, situation.counts);
     std::uint64_t cover = 0;
@@ -152,17 +161,17 @@ std::int8_t DDSolver::searchStartTrick(std::int8_t target, PlayerNumber player,
         return known;
     }
 
-    // Step 4. Generate the leads, suit by suit; what was best here before comes first.
+    // Step 5. Generate the leads, suit by suit; what was best here before comes first.
     std::array<MoveFast, cardsOfHand> leads;
     MoveFast* const end = generateLeads(leads.data(), player, node.bestMove);
     moveToFront(leads.data(), end, node.bestMove);
 
-    // Step 5. Try the leads until the other side falls short.
+    // Step 6. Try the leads until the other side falls short.
     const auto othersTarget = static_cast<std::int8_t>(tricksLeft - target + 1);
     const Tried tried = tryMoves<T, 0>(leads.data(), end, othersTarget, player, Trick());
     const auto bound = static_cast<std::int8_t>(tricksLeft - tried.othersTricks);
 
-    // Step 6. Remember the answer and what brought it about.
+    // Step 7. Remember the answer and what brought it about.
     const CardsConfiguration named = transformRelevance(tried.relevant, situation.cards, pattern);
     CardsConfiguration stored = pattern;
     if (tried.winner != nullptr) {

@@ -2,8 +2,8 @@
 //
 // The last trick goes to the highest trump left, or else to the highest card of the suit led.
 // Before that, the side on lead may simply cash what `Deal::suitTricks` promises, suit after suit;
-// the hand in which one suit's run ends goes on with the next. Both report on which ranks they
-// rely.
+// the hand in which one suit's run ends goes on with the next. And nobody can take from the other
+// side the tricks of its top trumps. All report on which ranks they rely.
 #pragma once
 
 #include "solver/dd_solver.h"
@@ -46,6 +46,12 @@ private:
     int onLead = NoPlayer;
     int tricks = 0;
     int roundsLeft = 0;
+};
+
+/// A number of tricks, and the ranks of the trump suit on which it stands.
+struct TopTrumps {
+    int tricks;
+    std::uint16_t ranks;
 };
 
 // --- inline definitions ---
@@ -125,6 +131,30 @@ CardsConfiguration QuickTricks<T>::winners() const
         used.setSuit(suitNumber, _highest_mask[suit][depth]);
     }
     return used;
+}
+
+/// The tricks of the side of `player`, on lead or not, that its top trumps make in any case.
+///
+/// With a trump that only this side holds from the top down, each of the k highest wins the trick
+/// it is played to. Two of them may have to fall together where each hand has nothing else left:
+/// hence no more than the longer of the two trump holdings, which can spare a low trump under each
+/// top of the partner. `ranks` are the ranks of the trump suit on which this stands, none when the
+/// opponents have no trump.
+template <int T>
+TopTrumps topTrumps(int player, const Deal& deal, CardsConfiguration inPlay)
+{
+    static_assert(Clubs <= T && T < NoTrump);
+    const std::uint16_t trumps = inPlay.suit(T);
+    const auto own = static_cast<std::uint16_t>(trumps & deal.sideCards(player).suit(T));
+    const auto others = static_cast<std::uint16_t>(trumps ^ own);
+    if (own <= others) {
+        return {0, 0};
+    }
+    const auto tops = static_cast<std::uint16_t>(own & ranksAbove(others));
+    const std::int8_t held = _count_bits13[own & deal[player & 3].suit(T)];
+    const int longer = std::max<int>(held, _count_bits13[own] - held);
+    const int tricks = std::min<int>(_count_bits13[tops], longer);
+    return {tricks, others == 0 ? std::uint16_t{0} : _highest_mask[tops][tricks]};
 }
 
 template <int suit>

@@ -17,6 +17,16 @@ struct Count {
     CardsConfiguration winners;
 };
 
+TopTrumps topTrumpsOf(Trump trump, PlayerNumber player, const Deal& deal)
+{
+    switch (trump) {
+    case Clubs: return topTrumps<Clubs>(player, deal, deal.allCards());
+    case Diamonds: return topTrumps<Diamonds>(player, deal, deal.allCards());
+    case Hearts: return topTrumps<Hearts>(player, deal, deal.allCards());
+    default: return topTrumps<Spades>(player, deal, deal.allCards());
+    }
+}
+
 template <int T>
 Count countWith(PlayerNumber leader, const Deal& deal, CardsConfiguration inPlay)
 {
@@ -175,6 +185,48 @@ TEST(QuickTricks, HoldWhateverTheOtherCardsAre)
         for (const Trump trump : {Clubs, Diamonds, Hearts, Spades, NoTrump}) {
             for (const PlayerNumber leader : {North, East, South, West}) {
                 expectPromiseKept(random, hands, trump, leader);
+            }
+        }
+    });
+}
+
+TEST(TopTrumps, CountNoMoreThanTheLongerHandHas)
+{
+    struct Case {
+        const char* hands;  // spades are trumps
+        int tricks;         // North's and South's
+        const char* lowest;
+    };
+    const Case cases[] = {
+        {"AK... Q2... 43... 65...", 2, "K..."},
+        {"AK... QT... J3... 65...", 2, "K..."},  // the jack is below the queen
+        {"A.2.. 3.4.. K.3.. 5.5..", 1, "A..."},  // both tops may have to fall together
+        {"A2... 3.4.. K.3.. 5.5..", 2, "K..."},  // North can spare the two
+        {"K2... A.4.. Q.3.. 5.5..", 0, "..."},
+        {"32... .42.. 4.3.. .53..", 2, "..."},  // all the trumps there are, whatever their ranks
+    };
+    for (const Case& example : cases) {
+        const TopTrumps sure = topTrumpsOf(Spades, South, *dealOf(handsOf(example.hands)));
+        EXPECT_EQ(sure.tricks, example.tricks) << example.hands;
+        EXPECT_EQ(sure.ranks, coverOf(readWholeHand(example.lowest)).suit(Spades) & fullSuit)
+            << example.hands;
+    }
+}
+
+TEST(TopTrumps, AreNotLostWhoeverLeadsAndWhateverTheOtherCardsAre)
+{
+    std::mt19937_64 random(12);
+    forRandomEndings(random, {{2, 400}, {3, 400}, {4, 400}, {5, 60}}, [&](const Hands& hands) {
+        const auto deal = dealOf(hands);
+        for (const Trump trump : {Clubs, Diamonds, Hearts, Spades}) {
+            for (const PlayerNumber leader : {North, East, South, West}) {
+                const TopTrumps sure = topTrumpsOf(trump, nextPlayer(leader), *deal);
+                const int most = hands[leader].count() - sure.tricks;
+                const Hands other = shuffledOutside(random, hands, onlySuit(trump, sure.ranks));
+                ASSERT_FALSE(referenceCanTake(hands, trump, leader, most + 1))
+                    << describe(hands, trump, leader);
+                ASSERT_FALSE(referenceCanTake(other, trump, leader, most + 1))
+                    << describe(other, trump, leader) << " from " << describe(hands, trump, leader);
             }
         }
     });
