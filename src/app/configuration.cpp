@@ -5,13 +5,12 @@
 // library offers: a constraint on script names and a value type of our own.
 #include "app/configuration.h"
 
-#include "app/whole_number.h"
+#include "app/option_values.h"
 #include "cards/translation.h"
 
 #include <tclap/CmdLine.h>
 
 #include <algorithm>
-#include <charconv>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -29,67 +28,6 @@ namespace {
 
 constexpr const char* programVersion = "16.10.0";
 constexpr const char* noFixedCards = "...";
-
-// A number that is read from digits alone; the stream's own reader would let "-1" wrap round.
-template <std::uint64_t most>
-struct WholeNumber {
-    using ValueCategory = TCLAP::ValueLike;
-    std::uint64_t value = 0;
-};
-using DealNumber = WholeNumber<Configuration::noDeal - 1>;
-using Seed = WholeNumber<std::numeric_limits<std::uint64_t>::max()>;
-
-template <std::uint64_t most>
-std::istream& operator>>(std::istream& in, WholeNumber<most>& number)
-{
-    std::string digits;
-    in >> digits;
-    const std::optional<std::uint64_t> value = wholeNumber(digits);
-    if (!value || *value > most) {
-        in.setstate(std::ios::failbit);
-    } else {
-        number.value = *value;
-    }
-    return in;
-}
-
-// How many deals to print: a number, or "all" for no bound of this kind.
-struct DealsCount {
-    using ValueCategory = TCLAP::ValueLike;
-    static constexpr std::uint64_t most = std::numeric_limits<std::uint32_t>::max();
-    WholeNumber<most> number;
-    bool all = false;
-};
-
-std::istream& operator>>(std::istream& in, DealsCount& count)
-{
-    count.all = (in >> std::ws).peek() == 'a';
-    if (!count.all) {
-        return in >> count.number;
-    }
-    std::string word;
-    if (in >> word; word != "all") {
-        in.setstate(std::ios::failbit);
-    }
-    return in;
-}
-
-struct Seconds {
-    using ValueCategory = TCLAP::ValueLike;
-    double value = 0;
-};
-
-std::istream& operator>>(std::istream& in, Seconds& seconds)
-{
-    std::string text;
-    in >> text;
-    const char* const end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, seconds.value);
-    if (error != std::errc() || stop != end || !(seconds.value >= 0)) {
-        in.setstate(std::ios::failbit);
-    }
-    return in;
-}
 
 class ScriptNameConstraint : public TCLAP::Constraint<std::string> {
 public:
@@ -290,6 +228,26 @@ std::optional<std::string> valueIfSet(const TCLAP::ValueArg<std::string>& option
     return option.isSet() ? std::optional(option.getValue()) : std::nullopt;
 }
 
+// What to deal, and how much.
+void takeBounds(const Options& options, Configuration& configuration)
+{
+    const DealsCount& num = options.num.getValue();
+    configuration.findAll = num.all;
+    configuration.handsCount =
+        static_cast<std::uint32_t>(num.all ? DealsCount::most : num.number.value);
+    if (options.seed.isSet()) {
+        configuration.seed = options.seed.getValue().value;
+    }
+    configuration.firstDeal = options.first.getValue().value;
+    if (options.max.isSet()) {
+        configuration.endOfDeals =
+            std::min(Configuration::noDeal, configuration.firstDeal + options.max.getValue().value);
+    }
+    if (options.time.isSet()) {
+        configuration.timeLimit = options.time.getValue().value;
+    }
+}
+
 std::string readAll(std::istream& in)
 {
     return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
@@ -331,21 +289,9 @@ bool Configuration::process_cmdl(int argc, const char* const* argv)
         rejectOddOptions(options, argc, argv);
         options.commandLine.parse(argc, argv);
         set_threads_count(options.jobs.getValue());
-        const DealsCount& num = options.num.getValue();
-        findAll = num.all;
-        handsCount = static_cast<std::uint32_t>(num.all ? DealsCount::most : num.number.value);
-        if (options.seed.isSet()) {
-            seed = options.seed.getValue().value;
-        }
-        firstDeal = options.first.getValue().value;
-        if (options.max.isSet()) {
-            endOfDeals = std::min(noDeal, firstDeal + options.max.getValue().value);
-        }
+        takeBounds(options, *this);
         scriptFileNames = options.scriptFileNames.getValue();
         textsReadOnce = readOnce(scriptFileNames);
-        if (options.time.isSet()) {
-            timeLimit = options.time.getValue().value;
-        }
         filter = valueIfSet(options.filter);
         stats = valueIfSet(options.stats);
         fixedHands =

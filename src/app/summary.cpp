@@ -217,6 +217,7 @@ void mergeSummaries(const std::vector<std::string>& fileNames)
         throw std::runtime_error(translate("--merge needs the summary files of the parts."));
     }
     std::vector<Part> parts;
+    parts.reserve(fileNames.size());
     for (const std::string& fileName : fileNames) {
         parts.push_back(readPart(fileName));
     }
