@@ -25,7 +25,6 @@ void PrintQueue::configure(std::uint32_t deals, PrintFunction function, bool sta
                            bool remarksShown)
 {
     needed = deals;
-    asked = deals;
     printFunction = std::move(function);
     showStatistics = statisticsShown;
     showRemarks = remarksShown;

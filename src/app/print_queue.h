@@ -125,14 +125,13 @@ private:
     // deal changes the mutex and the two fields behind it alone; they share a cache line with
     // `needed`, so that it wanders between the processors and nothing else does.
     alignas(cacheLine) mutable Mutex contentMutex{PTHREAD_MUTEX_ADAPTIVE_NP};
-    unsigned long nextNumber = 0;   // the number to be printed or skipped next
-    std::uint64_t droppedSoon = 0;  // bit k: the number `nextNumber` + k is rejected
-    std::uint32_t needed = 10;      // deals still to be printed, 0 to stop
-    std::uint32_t asked = 10;       // deals to be printed in all
-    std::uint32_t printed = 0;      // deals printed or being printed
-    alignas(cacheLine) unsigned long behindLast = 0;  // the number behind the last deal printed
-    Items items;                                      // accepted, not printed, at most `needed`
+    unsigned long nextNumber = 0;        // the number to be printed or skipped next
+    std::uint64_t droppedSoon = 0;       // bit k: the number `nextNumber` + k is rejected
+    std::uint32_t needed = 10;           // deals still to be printed, 0 to stop
+    alignas(cacheLine) Items items;      // accepted, not printed, at most `needed`
     IntervalSet<unsigned long> dropped;  // rejected numbers that came too early for `droppedSoon`
+    unsigned long behindLast = 0;        // the number behind the last deal printed
+    std::uint32_t printed = 0;           // deals printed or being printed
 
     // The output mutex guards the totals and standard output.
     Mutex outputMutex{PTHREAD_MUTEX_DEFAULT};
