@@ -26,6 +26,8 @@ RunWatch::RunWatch(std::optional<double> timeLimit, std::atomic<unsigned long>& 
         *timeOver += getRealTime();
     }
     thread = std::thread(&RunWatch::watch, this);
+    // The workers, which may be deep in a script, are not interrupted.
+    signals.keepFromThisThread();
 }
 
 RunWatch::~RunWatch()

@@ -72,11 +72,23 @@ SignalWatch::SignalWatch() : descriptor(openEvents())
 
 SignalWatch::~SignalWatch()
 {
+    if (areKept) {
+        pthread_sigmask(SIG_SETMASK, &maskBefore, nullptr);
+    }
     for (const auto& [signal, before] : previous) {
         sigaction(signal, &before, nullptr);
     }
     wakeDescriptor = -1;
     close(descriptor);
+}
+
+void SignalWatch::keepFromThisThread()
+{
+    sigset_t watched;
+    sigemptyset(&watched);
+    sigaddset(&watched, SIGINT);
+    sigaddset(&watched, SIGTERM);
+    areKept = pthread_sigmask(SIG_BLOCK, &watched, &maskBefore) == 0;
 }
 
 void SignalWatch::wait(double seconds) const

@@ -26,12 +26,18 @@ public:
     void wait(double seconds) const;
     /// Ends the present wait, or the next one, of another thread.
     void wake() const;
+    /// Leaves the signals to threads that run already; this one, and those it starts, get none.
+    ///
+    /// Called by the thread that made the object and will destroy it, which gets them again then.
+    void keepFromThisThread();
     /// The number of the signal that came, 0 if none did.
     int caught() const;
 
 private:
     int descriptor;
     std::vector<std::pair<int, struct sigaction>> previous;
+    sigset_t maskBefore{};
+    bool areKept = false;
 };
 
 }  // namespace trikon
