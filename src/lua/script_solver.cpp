@@ -56,9 +56,10 @@ std::optional<int> ScriptSolver::tricks(const Hands& hands, PlayerNumber declare
     if (solver == nullptr) {
         return std::nullopt;
     }
-    const int found = solver->getTricksToTake();
-    const bool isDeclarersTurn = areOnOneSide(solver->playerToPlay(), declarer);
-    const int further = isDeclarersTurn ? found : tricksLeft(*solver) - found;
+    std::int8_t further = solver->getTricksToTake();
+    if (!areOnOneSide(solver->playerToPlay(), declarer)) {
+        further = static_cast<std::int8_t>(tricksLeft(*solver) - further);
+    }
     return tricksWonBySideOf(declarer, *solver) + further;
 }
 
