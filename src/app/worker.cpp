@@ -107,8 +107,7 @@ void Worker::createHands()
     lua_pushglobaltable(lua);
     for (int player = North; player <= West; ++player) {
         hands[player] = pushCardSet(lua, CardsConfiguration());
-        // A script may give the global another value; the registry keeps the hand alive all the
-        // same.
+        // A script may give the global another value; the registry keeps the hand alive.
         lua_pushvalue(lua, -1);
         luaL_ref(lua, LUA_REGISTRYINDEX);
         lua_pushstring(lua, names[player]);

@@ -49,8 +49,7 @@ public:
     SeededEngine& engineOfDeal() { return dealEngine; }
     /// Adds `value` to the current deal's counter of that name.
     void count(const std::string& name, double value);
-    /// Adds the text arguments of a script's call to the remarks of the current deal, on a new
-    /// line.
+    /// Adds the text arguments of a script's call to the current deal's remarks, on a new line.
     ///
     /// The arguments are Lua strings at 1 to the top; `separate` puts a blank between them.
     void add_remark(lua_State* callingState, bool separate);
