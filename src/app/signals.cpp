@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <cmath>
 #include <cstdint>
+#include <ctime>
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/eventfd.h>
@@ -16,9 +17,28 @@ namespace trikon {
 
 namespace {
 
-std::atomic<int> caughtSignal{0};
+// The signal that was caught first, and when, in one word so that both are known at once.
+struct Caught {
+    std::int32_t signal = 0;
+    std::uint32_t milliseconds = 0;
+};
+
+// A request to stop may arrive as two signals: to the process and to its group.
+constexpr std::int32_t sameRequest = 100;  // milliseconds
+
+std::atomic<Caught> firstCaught{Caught{}};
 std::atomic<int> wakeDescriptor{-1};
-static_assert(std::atomic<int>::is_always_lock_free, "a signal handler uses it");
+static_assert(std::atomic<Caught>::is_always_lock_free && std::atomic<int>::is_always_lock_free,
+              "a signal handler uses them");
+
+// The difference of two such times, taken as signed, is right also where they passed the largest
+// number, or were noted in the other order by two threads.
+std::uint32_t monotonicMilliseconds()
+{
+    timespec now{};
+    clock_gettime(CLOCK_MONOTONIC, &now);
+    return static_cast<std::uint32_t>(now.tv_sec * 1000 + now.tv_nsec / 1000000);
+}
 
 void signalEvent(int descriptor)
 {
@@ -41,12 +61,14 @@ int openEvents()
 
 extern "C" void noteSignal(int signal)
 {
-    int none = 0;
-    if (!caughtSignal.compare_exchange_strong(none, signal)) {
+    const int savedError = errno;
+    const Caught now{signal, monotonicMilliseconds()};
+    Caught first;
+    if (firstCaught.compare_exchange_strong(first, now)) {
+        signalEvent(wakeDescriptor);
+    } else if (static_cast<std::int32_t>(now.milliseconds - first.milliseconds) > sameRequest) {
         _exit(128 + signal);
     }
-    const int savedError = errno;
-    signalEvent(wakeDescriptor);
     errno = savedError;
 }
 
@@ -54,7 +76,7 @@ extern "C" void noteSignal(int signal)
 
 SignalWatch::SignalWatch() : descriptor(openEvents())
 {
-    caughtSignal = 0;
+    firstCaught = Caught{};
     wakeDescriptor = descriptor;
     struct sigaction action = {};
     action.sa_handler = noteSignal;
@@ -105,6 +127,6 @@ void SignalWatch::wait(double seconds) const
 
 void SignalWatch::wake() const { signalEvent(descriptor); }
 
-int SignalWatch::caught() const { return caughtSignal; }
+int SignalWatch::caught() const { return firstCaught.load().signal; }
 
 }  // namespace trikon

@@ -1,8 +1,8 @@
 // SIGINT and SIGTERM as something that a thread can wait for.
 //
-// The first signal is noted and wakes whoever waits; a second one ends the process at once. A
-// signal that the program was started to ignore, as in the background of a shell script, stays
-// ignored.
+// The first signal is noted and wakes whoever waits; a second one ends the process at once, unless
+// it comes so soon after that both are one request. A signal that the program was started to
+// ignore, as in the background of a shell script, stays ignored.
 #pragma once
 
 #include <csignal>
