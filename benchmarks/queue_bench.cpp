@@ -36,7 +36,7 @@ void startQueue(const benchmark::State&)
 void startQueueWithPendingDeal(const benchmark::State& state)
 {
     startQueue(state);
-    queue->accept(counter.next++);
+    queue->accept(queue->dealNumber()++);
 }
 
 // A chain of multiplications, between three and five quarters of `state.range(0)` of them.
@@ -57,8 +57,9 @@ void takeNumbersAnd(benchmark::State& state)
 {
     const auto length = static_cast<std::uint64_t>(state.range(0));
     std::uint64_t value = static_cast<std::uint64_t>(state.thread_index()) + 1;
+    auto& numbers = queued ? queue->dealNumber() : counter.next;
     for (auto _ : state) {
-        const unsigned long number = counter.next.fetch_add(1);
+        const unsigned long number = numbers.fetch_add(1);
         if (length != 0) {
             value = work(value, length);
         }

@@ -15,7 +15,7 @@ namespace trikon {
 namespace {
 
 constexpr const char* gap = "   ";
-constexpr unsigned long windowSize = 64;  // bits of the rejected numbers close by
+constexpr unsigned long windowSize = 32;  // bits of the rejected numbers close by
 
 bool isReady(const PrintQueue::Item& item) { return !item.hands.allCards().empty(); }
 
@@ -34,6 +34,7 @@ void PrintQueue::startAt(unsigned long n)
 {
     nextNumber = n;
     behindLast = n;
+    nextToDeal = n;
 }
 
 void PrintQueue::whileNotPrinting(const std::function<void()>& function)
@@ -95,7 +96,7 @@ bool PrintQueue::drop(unsigned long n)
         return false;
     }
     if (n - nextNumber < windowSize) {
-        droppedSoon |= std::uint64_t{1} << (n - nextNumber);
+        droppedSoon |= std::uint32_t{1} << (n - nextNumber);
     } else {
         dropped.insert(n);
     }

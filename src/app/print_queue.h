@@ -16,6 +16,7 @@
 #include "app/interval_set.h"
 #include "cards/hands.h"
 
+#include <atomic>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -43,6 +44,12 @@ public:
 
     /// Makes `n` the number of the first deal; before any worker runs, 0 without this call.
     void startAt(unsigned long n);
+
+    /// The number of the next deal, for the workers to take theirs from.
+    ///
+    /// It is kept here because a worker takes a number right after it has reported the one before:
+    /// both then cost one transfer of the cache line that they share.
+    std::atomic<unsigned long>& dealNumber() { return nextToDeal; }
 
     /// Whether deal `n` can still be among those printed.
     bool nr_is_needed(unsigned long n) const;
@@ -121,13 +128,14 @@ private:
     void print(const Items& batch);
     void print(const Item& item);
 
-    // The content mutex guards what follows up to the output mutex. In the common case a rejected
-    // deal changes the mutex and the two fields behind it alone; they share a cache line with
-    // `needed`, so that it wanders between the processors and nothing else does.
+    // The content mutex guards what follows up to the output mutex, but for `nextToDeal`. In the
+    // common case a rejected deal and the next one taken change the first line alone, so that it
+    // wanders between the processors and nothing else does.
     alignas(cacheLine) mutable Mutex contentMutex{PTHREAD_MUTEX_ADAPTIVE_NP};
     unsigned long nextNumber = 0;        // the number to be printed or skipped next
-    std::uint64_t droppedSoon = 0;       // bit k: the number `nextNumber` + k is rejected
+    std::uint32_t droppedSoon = 0;       // bit k: the number `nextNumber` + k is rejected
     std::uint32_t needed = 10;           // deals still to be printed, 0 to stop
+    std::atomic<unsigned long> nextToDeal{0};
     alignas(cacheLine) Items items;      // accepted, not printed, at most `needed`
     IntervalSet<unsigned long> dropped;  // rejected numbers that came too early for `droppedSoon`
     unsigned long behindLast = 0;        // the number behind the last deal printed

@@ -48,11 +48,6 @@ void runWorker(Worker& worker, FirstError& error)
     }
 }
 
-// The number of the next deal, on a cache line of its own: all workers write it.
-struct alignas(64) DealNumber {
-    std::atomic<unsigned long> next{0};
-};
-
 // Ends the other workers' search when this scope is left by an exception.
 struct StopWorkers {
     PrintQueue& printQueue;
@@ -83,7 +78,6 @@ private:
 
     Configuration& configuration;
     RandomSource::Configuration fixedCards{Hands()};
-    DealNumber dealNumber;
     PrintQueue printQueue;
     // The worker of the calling thread.
     std::optional<Worker> mainWorker;
@@ -97,9 +91,9 @@ int Run::operator()()
 {
     prepare();
     start = getCPUTime();
-    progress.emplace(configuration, dealNumber.next, printQueue);
+    progress.emplace(configuration, printQueue.dealNumber(), printQueue);
     try {
-        watch.emplace(configuration.timeLimit, dealNumber.next, *progress, error,
+        watch.emplace(configuration.timeLimit, printQueue.dealNumber(), *progress, error,
                       [this] { return giveUp(); });
     } catch (const std::system_error&) {
         // Without a thread for it the run goes on unwatched, unless it would never end.
@@ -146,7 +140,7 @@ int Run::finish()
 
 void Run::loadScripts()
 {
-    mainWorker.emplace(configuration, fixedCards, dealNumber.next, printQueue,
+    mainWorker.emplace(configuration, fixedCards, printQueue.dealNumber(), printQueue,
                        workerSeed(configuration.threadsCount));
 }
 
@@ -167,7 +161,6 @@ void Run::prepare()
     printQueue.configure(configuration.handsCount, configuration.printFunction,
                          configuration.showStatistics, configuration.showRemarks);
     printQueue.startAt(configuration.firstDeal);
-    dealNumber.next = configuration.firstDeal;
     fixedCards.setInitial(configuration.fixedHands);
 }
 
@@ -177,7 +170,7 @@ void Run::work()
     std::list<std::future<void>> futures;
     StopWorkers stopWorkers{printQueue};
     for (int index = 0; index < configuration.threadsCount - 1; ++index) {
-        Worker& worker = workers.emplace_back(configuration, fixedCards, dealNumber.next,
+        Worker& worker = workers.emplace_back(configuration, fixedCards, printQueue.dealNumber(),
                                               printQueue, workerSeed(index));
         futures.push_back(std::async(runWorker, std::ref(worker), std::ref(error)));
     }
@@ -194,7 +187,7 @@ RunWatch::Reason Run::stopReason() const { return watch ? watch->reason() : RunW
 RunReport Run::report()
 {
     const unsigned long taken =
-        stopReason() == RunWatch::NotStopped ? dealNumber.next.load() : watch->endOfDeals();
+        stopReason() == RunWatch::NotStopped ? printQueue.dealNumber().load() : watch->endOfDeals();
     unsigned long end = std::min(taken, configuration.endOfDeals);
     const unsigned long givenUp = printQueue.close(end);
     const std::uint32_t found = printQueue.found();
