@@ -2,7 +2,8 @@
 //
 // Every deal is solved for all 20 results, five trumps and four declarers, on one thread, and the
 // table is empty at the start of each trump. The answers' checksum must never change; the number of
-// nodes tells whether the search walks as before; time and memory are what it is all for.
+// nodes tells whether the search walks as before; time and memory are what it is all for. A single
+// result at no trump and one at spades are timed besides, each from nothing.
 //
 //     bench [FILE [EXPECTED]]
 //
@@ -35,10 +36,19 @@ namespace {
 struct Totals {
     std::uint64_t checksum = 14695981039346656037u;
     std::uint64_t nodes = 0;
+    std::uint64_t nodesAtNoTrump = 0;
     std::uint64_t tableNodes = 0;
     std::uint64_t tableEntries = 0;
     std::vector<double> milliseconds;
+    double millisecondsAtNoTrump = 0;  // of single results, all deals together
+    double millisecondsAtSpades = 0;
 };
+
+double millisecondsSince(std::chrono::steady_clock::time_point start)
+{
+    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start)
+        .count();
+}
 
 std::vector<Hands> readDeals(const std::string& fileName)
 {
@@ -69,6 +79,7 @@ void addToChecksum(std::uint64_t& checksum, int answer)
     checksum = (checksum ^ static_cast<std::uint64_t>(answer)) * 1099511628211u;
 }
 
+// All 20 results.
 void solveDeal(DDSolver& solver, const Hands& hands, Totals& totals)
 {
     const auto start = std::chrono::steady_clock::now();
@@ -76,6 +87,7 @@ void solveDeal(DDSolver& solver, const Hands& hands, Totals& totals)
     for (const Trump trump : {Spades, Hearts, Diamonds, Clubs, NoTrump}) {
         solver.set_trump_suit(trump);
         solver.reset();
+        const std::uint64_t nodesBefore = solver.nodesSearched();
         std::int8_t guess = -1;
         for (const PlayerNumber declarer : {North, South, East, West}) {
             const int length = solver.getSituation().cardsCount / 4;
@@ -85,12 +97,24 @@ void solveDeal(DDSolver& solver, const Hands& hands, Totals& totals)
             guess = solver.solveTricksToTake(nextPlayer(declarer), Trick(), guess);
             addToChecksum(totals.checksum, length - guess);
         }
+        const std::uint64_t nodes = solver.nodesSearched() - nodesBefore;
+        totals.nodes += nodes;
+        totals.nodesAtNoTrump += trump == NoTrump ? nodes : 0;
         totals.tableNodes += solver.getTable().nodesCount();
         totals.tableEntries += solver.getTable().entriesCount();
     }
-    const std::chrono::duration<double, std::milli> taken =
-        std::chrono::steady_clock::now() - start;
-    totals.milliseconds.push_back(taken.count());
+    totals.milliseconds.push_back(millisecondsSince(start));
+}
+
+// One result with North as declarer, from nothing: the deal is prepared and the table is empty.
+double millisecondsOfOneResult(const Hands& hands, Trump trump)
+{
+    const auto solver = std::make_unique<DDSolver>();
+    const auto start = std::chrono::steady_clock::now();
+    solver->setHands(hands);
+    solver->set_trump_suit(trump);
+    solver->solveTricksToTake(East, Trick(), -1);
+    return millisecondsSince(start);
 }
 
 double peakMegabytes()
@@ -113,12 +137,14 @@ void print(Totals totals)
         return times[static_cast<std::size_t>(std::lround(part * (count - 1)))];
     };
     std::cout << "checksum " << std::hex << totals.checksum << std::dec << '\n'
-              << "nodes " << totals.nodes << '\n'
+              << "nodes " << totals.nodes << ", at no trump " << totals.nodesAtNoTrump << '\n'
               << "table nodes " << totals.tableNodes << '\n'
               << "table entries " << totals.tableEntries << '\n'
               << std::fixed << std::setprecision(1)  //
               << "milliseconds a deal: mean " << sum / count << ", median " << quantile(0.5)
               << ", 95 % " << quantile(0.95) << ", worst " << times.back() << '\n'
+              << "milliseconds of one result: no trump " << totals.millisecondsAtNoTrump / count
+              << ", spades " << totals.millisecondsAtSpades / count << '\n'
               << "peak memory " << peakMegabytes() << " MB\n";
 }
 
@@ -142,11 +168,12 @@ try {
     Totals totals;
     for (const Hands& hands : deals) {
         solveDeal(*solver, hands, totals);
+        totals.millisecondsAtNoTrump += millisecondsOfOneResult(hands, NoTrump);
+        totals.millisecondsAtSpades += millisecondsOfOneResult(hands, Spades);
     }
     if (deals.empty()) {
         throw std::runtime_error("no deals");
     }
-    totals.nodes = solver->nodesSearched();
     print(totals);
     if (argc > 2 && !agrees(totals, argv[2])) {
         std::cout << "differs from " << argv[2] << '\n';
