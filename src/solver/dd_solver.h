@@ -141,6 +141,8 @@ private:
     template <int T, int pos>
     std::int8_t searchInTrick(std::int8_t target, PlayerNumber player, CardsConfiguration& relevant,
                               const Trick& trick);
+    std::int8_t cashAfterLead(std::int8_t target, PlayerNumber player, CardsConfiguration& relevant,
+                              const Trick& trick) const;
     template <int T, int pos>
     Tried tryMoves(const MoveFast* begin, const MoveFast* end, std::int8_t othersTarget,
                    PlayerNumber player, const Trick& trick);

@@ -194,16 +194,41 @@ std::int8_t DDSolver::searchInTrick(std::int8_t target, PlayerNumber player,
     static_assert(1 <= pos && pos <= 3);
     ++nodes;
 
-    // Step 1. Generate the moves, the likely ones first.
+    // Step 1. Win the lead and cash what is sure.
+    if constexpr (T == NoTrump && pos == 1) {
+        const std::int8_t sure = cashAfterLead(target, player, relevant, trick);
+        if (sure >= target) {
+            return sure;
+        }
+    }
+
+    // Step 2. Generate the moves, the likely ones first.
     std::array<MoveFast, cardsOfHand> moves;
     MoveFast* const end = generateInTrick<T, pos>(moves.data(), player, trick);
 
-    // Step 2. Try them until the other side falls short.
+    // Step 3. Try them until the other side falls short.
     const auto tricksLeft = static_cast<std::int8_t>((situation.cardsCount + 3) / 4);
     const auto othersTarget = static_cast<std::int8_t>(tricksLeft - target + 1);
     const Tried tried = tryMoves<T, pos>(moves.data(), end, othersTarget, player, trick);
     relevant |= tried.relevant;
     return static_cast<std::int8_t>(tricksLeft - tried.othersTricks);
+}
+
+// The tricks that `player`, second to play at no trump, and his partner can run; relevance is added
+// if they reach the target.
+std::int8_t DDSolver::cashAfterLead(std::int8_t target, PlayerNumber player,
+                                    CardsConfiguration& relevant, const Trick& trick) const
+{
+    CardsConfiguration inPlay = situation.cards;
+    inPlay.add({trick.ledSuit, trick.winningCard});
+    const auto tricksLeft = static_cast<std::int8_t>((situation.cardsCount + 3) / 4);
+    QuickTricks<NoTrump> quickTricks;
+    const auto sure = static_cast<std::int8_t>(
+        quickTricks.afterLead(player, *deal, inPlay, trick.ledSuit, tricksLeft));
+    if (sure >= target) {
+        relevant |= coverOf(quickTricks.winners());
+    }
+    return sure;
 }
 
 // --- what both have in common ---

@@ -1,15 +1,17 @@
-// What is decided at the start of a trick without playing a card.
+// What is decided without playing a card out.
 //
 // The last trick goes to the highest trump left, or else to the highest card of the suit led.
 // Before that, the side on lead may simply cash what `Deal::suitTricks` promises, suit after suit;
-// the hand in which one suit's run ends goes on with the next. And nobody can take from the other
-// side the tricks of its top trumps. All report on which ranks they rely.
+// the hand in which one suit's run ends goes on with the next. At no trump the other side may do so
+// too, when it is sure to win the trick led to. And nobody can take from the other side the tricks
+// of its top trumps. All report on which ranks they rely.
 #pragma once
 
 #include "solver/dd_solver.h"
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstdint>
 
 namespace trikon {
@@ -24,6 +26,14 @@ public:
     std::uint8_t operator()(PlayerNumber player, const Deal& deal, const CardsConfiguration& inPlay,
                             const std::int8_t& rounds);
 
+    /// The tricks of the side of `second`, who is to play to a lead of `ledSuit` at no trump; 0 if
+    /// the side may lose this one.
+    ///
+    /// The side wins the trick just as if it had led to it, whichever card of the suit was led:
+    /// that card counts as still in the leader's hand in `inPlay`, and its trick in `rounds`.
+    std::uint8_t afterLead(PlayerNumber second, const Deal& deal, const CardsConfiguration& inPlay,
+                           int ledSuit, const std::int8_t& rounds);
+
     /// The `SuitTricks::winners` that the last count used; a suit that gave nothing is empty.
     ///
     /// Worked out on demand: few counts are high enough for anybody to ask.
@@ -37,8 +47,13 @@ private:
         int depth = 0;
     };
 
+    void start(int player, const Deal& deal, const CardsConfiguration& inPlay, std::int8_t rounds);
+    // The suits whose bits are set.
+    void cashSuits(unsigned suits);
     void cashSuit(int suitNumber, int mostRounds);
     void take(int suitNumber, const CashedTricks& record, int rounds);
+
+    static constexpr unsigned allSuits = (1U << suitsCount) - 1;
 
     const Deal* deal = nullptr;
     CardsConfiguration inPlay;
@@ -57,18 +72,23 @@ struct TopTrumps {
 // --- inline definitions ---
 
 template <int T>
-std::uint8_t QuickTricks<T>::operator()(PlayerNumber player, const Deal& deal,
-                                        const CardsConfiguration& inPlay, const std::int8_t& rounds)
+void QuickTricks<T>::start(int player, const Deal& deal, const CardsConfiguration& inPlay,
+                           std::int8_t rounds)
 {
     this->deal = &deal;
     this->inPlay = inPlay;
     onLead = player;
     tricks = 0;
-    roundsLeft = static_cast<std::uint8_t>(rounds);
+    roundsLeft = rounds;
+}
+
+template <int T>
+std::uint8_t QuickTricks<T>::operator()(PlayerNumber player, const Deal& deal,
+                                        const CardsConfiguration& inPlay, const std::int8_t& rounds)
+{
+    start(player, deal, inPlay, rounds);
     if constexpr (T == NoTrump) {
-        for (int suitNumber = 0; suitNumber < suitsCount; ++suitNumber) {
-            cashSuit(suitNumber, ranksOfSuit);
-        }
+        cashSuits(allSuits);
         return static_cast<std::uint8_t>(tricks);
     }
     take(T & 3, deal.cashedTricks(player, T & 3, deal.order(T & 3, inPlay.suit(T & 3))),
@@ -86,6 +106,54 @@ std::uint8_t QuickTricks<T>::operator()(PlayerNumber player, const Deal& deal,
         cashSuit(suitNumber, std::min(left.countInSuit(suitNumber), right.countInSuit(suitNumber)));
     }
     return static_cast<std::uint8_t>(tricks);
+}
+
+// One of the two hands knows all it needs for its play in the run of the suit as if it led: what
+// the other opponents play is either known to it, or can hurt no run however it comes. So the suit
+// is cashed first, and the rest as always.
+template <int T>
+std::uint8_t QuickTricks<T>::afterLead(PlayerNumber second, const Deal& deal,
+                                       const CardsConfiguration& inPlay, int ledSuit,
+                                       const std::int8_t& rounds)
+{
+    static_assert(T == NoTrump);
+    const std::uint16_t order = deal.order(ledSuit, inPlay.suit(ledSuit));
+    const int own = deal.cashedTricks(second, ledSuit, order).tricks;
+    const int partners = deal.cashedTricks(partner(second), ledSuit, order).tricks;
+    if (own == 0 && partners == 0) {
+        return 0;
+    }
+    start(own >= partners ? second : partner(second), deal, inPlay, rounds);
+    cashSuit(ledSuit, ranksOfSuit);
+    cashSuits(allSuits ^ (1U << ledSuit));
+    return static_cast<std::uint8_t>(tricks);
+}
+
+// First what keeps the lead, which costs nothing; then the suit with most tricks that passes it on,
+// and again what keeps it there.
+template <int T>
+void QuickTricks<T>::cashSuits(unsigned suits)
+{
+    while (suits != 0) {
+        int toPartner = 0;
+        int most = 0;
+        for (unsigned left = suits; left != 0; left &= left - 1) {
+            const int suitNumber = std::countr_zero(left);
+            const CashedTricks& record = deal->cashedTricks(
+                onLead, suitNumber, deal->order(suitNumber, inPlay.suit(suitNumber)));
+            if (record.leader == onLead) {
+                cashSuit(suitNumber, ranksOfSuit);
+                suits ^= 1U << suitNumber;
+            } else if (record.tricks > most) {
+                toPartner = suitNumber;
+                most = record.tricks;
+            }
+        }
+        if (most != 0) {
+            cashSuit(toPartner, ranksOfSuit);
+            suits ^= 1U << toPartner;
+        }
+    }
 }
 
 // At most `mostRounds` rounds, and no more than are left.

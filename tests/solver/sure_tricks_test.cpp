@@ -69,6 +69,19 @@ void expectPromiseKept(std::mt19937_64& random, const Hands& hands, Trump trump,
     }
 }
 
+// North and South take so many tricks at no trump, whichever card of the suit West leads.
+void expectTakenAfterLeads(const Hands& hands, int suit, int tricks)
+{
+    for (unsigned cards = hands[West].suit(suit); cards != 0; cards &= cards - 1) {
+        const OneCardInSuit lead{static_cast<std::uint8_t>(suit),
+                                 lowestCard(static_cast<std::uint16_t>(cards))};
+        Hands left = hands;
+        left[West].remove(lead);
+        ASSERT_TRUE(referenceCanTake(left, NoTrump, North, tricks, {&lead, 1}))
+            << tricks << " in " << describe(hands, NoTrump, West);
+    }
+}
+
 }  // namespace
 
 TEST(LastTrick, GoesToTheHighestTrumpOrElseToTheHighestCardOfTheSuitLed)
@@ -188,6 +201,29 @@ TEST(QuickTricks, HoldWhateverTheOtherCardsAre)
             }
         }
     });
+}
+
+// Whichever card of the suit is led, and whatever is dealt to the hands outside the winners' ranks.
+TEST(QuickTricks, AreCashedAfterALeadThatTheSecondHandsSideWins)
+{
+    std::mt19937_64 random(13);
+    int counted = 0;
+    forRandomEndings(random, {{2, 400}, {3, 1000}, {4, 1000}, {5, 200}}, [&](const Hands& hands) {
+        const auto rounds = static_cast<std::int8_t>(hands[North].count());
+        const auto deal = dealOf(hands);
+        for (int suit = Clubs; suit <= Spades; ++suit) {
+            if (hands[West].suit(suit) == 0) {
+                continue;
+            }
+            QuickTricks<NoTrump> quickTricks;
+            const int tricks = quickTricks.afterLead(North, *deal, deal->allCards(), suit, rounds);
+            counted += tricks;
+            const CardsConfiguration relevant = coverOf(quickTricks.winners());
+            expectTakenAfterLeads(hands, suit, tricks);
+            expectTakenAfterLeads(shuffledOutside(random, hands, relevant), suit, tricks);
+        }
+    });
+    EXPECT_GT(counted, 0);
 }
 
 TEST(TopTrumps, CountNoMoreThanTheLongerHandHas)
