@@ -15,7 +15,6 @@
 
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <cstddef>
 #include <vector>
 
@@ -51,6 +50,9 @@ constexpr Run worseOf(Run run, Run other)
     return (std::min(run, other) & ~depthPart) | std::min(run & depthPart, other & depthPart);
 }
 
+// The orders of a whole suit when the hands hold its cards by turns; more there cannot be.
+constexpr std::size_t mostOrders = 5968;
+
 // The best runs by the hand that is on lead afterwards.
 struct Runs {
     Run toLeader;
@@ -71,11 +73,11 @@ public:
     void analyse();
 
 private:
-    // An order of holders: the highest cards that have it, and the orders with one card more below
-    // them, by the hand of that card (0 where the hand has none left).
+    // An order of holders: the name of its subsets, and the names with one card more below, by the
+    // hand of that card (invalid where the hand has none left).
     struct Order {
-        std::uint16_t suit;
-        std::array<std::uint16_t, playersCount> longer;
+        Deal::Subset name;
+        std::array<Deal::Subset, playersCount> longer;
     };
     // The cards of one subset in the four hands, seen from the leader.
     struct Holdings {
@@ -83,8 +85,8 @@ private:
     };
 
     void listOrders();
+    void addOrder(std::size_t shorter, unsigned player, std::uint16_t card);
     void nameSubsets();
-    void listTopRounds(std::size_t order);
     Runs playOut(int leader, std::uint16_t suit) const;
     Runs afterLead(int leader, const Holdings& holdings, std::uint16_t lead) const;
     Runs afterAnswer(int leader, const Holdings& holdings, std::uint16_t lead,
@@ -113,10 +115,9 @@ void SuitAnalysis::analyse()
     nameSubsets();
     runs.resize(orders.size());
     for (std::size_t order = 0; order < orders.size(); ++order) {
-        listTopRounds(order);
         CashedTricks* const records = deal.cashed[suitNumber][order];
         for (int player = 0; player < playersCount; ++player) {
-            runs[order][static_cast<unsigned>(player)] = playOut(player, orders[order].suit);
+            runs[order][static_cast<unsigned>(player)] = playOut(player, orders[order].name.chain);
             records[player] = record(player, order);
         }
         for (int player = 0; player < playersCount; ++player) {
@@ -130,52 +131,60 @@ void SuitAnalysis::analyse()
 // highest that its hand has below the others, which makes each order's cards the highest.
 void SuitAnalysis::listOrders()
 {
-    orders.reserve(2000);
-    orders.push_back({0, {}});
+    orders.reserve(mostOrders);
+    orders.push_back({});
+    std::fill_n(deal.tops[suitNumber][0], ranksOfSuit, std::uint16_t{0});
     for (std::size_t order = 0; order < orders.size(); ++order) {
-        const std::uint16_t suit = orders[order].suit;
+        const std::uint16_t suit = orders[order].name.chain;
         const int below = suit == 0 ? fullSuit : lowestCard(suit) - 1;
         for (unsigned player = 0; player < playersCount; ++player) {
             const std::uint16_t next = _highest_bit13[dealt[player] & below];
             if (next != 0) {
-                orders[order].longer[player] = static_cast<std::uint16_t>(orders.size());
-                orders.push_back({static_cast<std::uint16_t>(suit | next), {}});
+                addOrder(order, player, next);
             }
         }
     }
 }
 
-void SuitAnalysis::nameSubsets()
+// What can fall in so many rounds is what can fall of the shorter order, and `card` with it from
+// that round on in which its hand has nothing higher left.
+void SuitAnalysis::addOrder(std::size_t shorter, unsigned player, std::uint16_t card)
 {
-    std::array<std::uint8_t, ranksOfSuit> holder{};
-    for (std::uint8_t player = 0; player < playersCount; ++player) {
-        for (unsigned held = dealt[player]; held != 0; held &= held - 1) {
-            holder[static_cast<unsigned>(std::countr_zero(held))] = player;
-        }
-    }
-    const unsigned all = dealt[North] | dealt[East] | dealt[South] | dealt[West];
-    Deal::Subset* const subsets = deal.subsets[suitNumber];
-    subsets[0] = {0, 0};
-    // In increasing order: the subtraction carries through the ranks not dealt.
-    for (unsigned subset = -all & all; subset != 0; subset = (subset - all) & all) {
-        const Order& without = orders[subsets[subset & (subset - 1)].order];
-        const std::uint16_t order =
-            without.longer[holder[static_cast<unsigned>(std::countr_zero(subset))]];
-        subsets[subset] = {orders[order].suit, order};
+    const std::uint16_t suit = orders[shorter].name.chain;
+    const auto added = static_cast<std::uint16_t>(orders.size());
+    orders[shorter].longer[player] = {static_cast<std::uint16_t>(suit | card), added};
+    orders.push_back({orders[shorter].longer[player], {}});
+    const std::uint16_t* const shorterTops = deal.tops[suitNumber][shorter];
+    std::uint16_t* const tops = deal.tops[suitNumber][added];
+    std::fill_n(tops, ranksOfSuit, added);
+    int rounds = _count_bits13[suit & dealt[player]] + 1;
+    std::copy_n(shorterTops, rounds, tops);
+    for (; rounds < ranksOfSuit && shorterTops[rounds] != shorter; ++rounds) {
+        tops[rounds] = orders[shorterTops[rounds]].longer[player].order;
     }
 }
 
-void SuitAnalysis::listTopRounds(std::size_t order)
+// Every subset from the one without its lowest card, which has its name already: the subsets whose
+// lowest card is the ace come first, those that go down to the two last.
+void SuitAnalysis::nameSubsets()
 {
-    const std::uint16_t suit = orders[order].suit;
-    std::uint16_t* const tops = deal.tops[suitNumber][order];
-    std::uint16_t cards = 0;
-    int rounds = 0;
-    for (; cards != suit; ++rounds) {
-        tops[rounds] = deal.order(suitNumber, cards);
-        cards = deal.topRounds(suitNumber, suit, rounds + 1);
+    Deal::Subset* const subsets = deal.subsets[suitNumber];
+    subsets[0] = orders[0].name;
+    unsigned higher = 0;
+    for (unsigned card = _highest_bit13[fullSuit]; card != 0; card >>= 1) {
+        for (unsigned player = 0; player < playersCount; ++player) {
+            if ((dealt[player] & card) == 0) {
+                continue;
+            }
+            // The subtraction carries through the ranks not dealt.
+            unsigned subset = 0;
+            do {
+                subsets[subset | card] = orders[subsets[subset].order].longer[player];
+                subset = (subset - higher) & higher;
+            } while (subset != 0);
+            higher |= card;
+        }
     }
-    std::fill(tops + rounds, tops + ranksOfSuit, static_cast<std::uint16_t>(order));
 }
 
 Runs SuitAnalysis::playOut(int leader, std::uint16_t suit) const
@@ -273,7 +282,7 @@ CashedTricks SuitAnalysis::record(int player, std::size_t order) const
     if (needed != order) {
         CashedTricks ofNeeded = deal.cashed[suitNumber][needed][player];
         if (ofNeeded.depth != 0) {
-            const std::uint16_t suit = orders[order].suit;
+            const std::uint16_t suit = orders[order].name.chain;
             ofNeeded.depth = static_cast<std::uint8_t>(
                 depthWithin(suit, deal.topRounds(suitNumber, suit, rounds), ofNeeded.depth));
         }
