@@ -28,7 +28,7 @@ InteractiveDDSolver* ScriptSolver::getSolver(const Hands& hands, PlayerNumber de
     std::unique_ptr<InteractiveDDSolver>& solver = solvers[static_cast<std::size_t>(trump)];
     if (solver == nullptr) {
         if (deal == nullptr) {
-            auto prepared = std::make_shared<Deal>();
+            auto prepared = std::make_shared_for_overwrite<Deal>();
             prepared->setHands(hands);
             deal = std::move(prepared);
         }
