@@ -31,10 +31,11 @@ std::uint16_t Deal::topRounds(int suitNumber, std::uint16_t suit, int rounds) co
 
 SuitTricks Deal::suitTricks(int player, int suitNumber, std::uint16_t suit) const
 {
-    const CashedTricks& known = cashedTricks(player, suitNumber, order(suitNumber, suit));
-    return {static_cast<std::int16_t>(known.moreThanPartner * 256),
-            _highest_mask[suit][known.depth], known.tricks, known.tricks,
-            static_cast<PlayerNumber>(known.leader)};
+    const CashedTricks known = cashedTricks(player, suitNumber, order(suitNumber, suit));
+    const auto tricks = static_cast<std::int8_t>(known.tricks());
+    return {static_cast<std::int16_t>(known.moreThanPartner() * 256),
+            _highest_mask[suit][known.depth()], tricks, tricks,
+            static_cast<PlayerNumber>(known.leader())};
 }
 
 }  // namespace trikon

@@ -1,19 +1,24 @@
 // One deal as the solver sees it: the four hands and what is worked out about each suit alone.
 //
 // A search plays the same few suits over and over in every order. Whatever depends on one suit and
-// on which of its cards are still in play is therefore computed once a deal, and a node of the
-// search only reads it. `suit_analysis.cpp` fills the tables.
+// on which of its cards are still in play is therefore worked out once, and a node of the search
+// only reads it. What the subsets are called and which cards can fall is known for all of them from
+// the start (`suit_analysis.cpp`). What a side can cash takes more work and is asked for about one
+// subset in twelve, so it is played out when it is first asked for (`suit_play_out.cpp`).
 //
 // Most subsets of a suit are the same to the game: it does not matter which ranks are left, only
 // which hands hold them from the highest down. So each subset is given the number of its order of
-// holders, and the tables have one line an order. Of 8192 subsets there are about a thousand
+// holders, and the tables have one line an order. Of 8192 subsets there are about two thousand
 // orders, few enough for the second-level cache.
 //
-// A deal is never written during a search, so solvers of several trumps may share one.
+// Solvers of several trumps may share a deal, on several threads too: its hands stay as they are
+// during a search, and what was played out is kept in atomic words, which say the same whoever
+// wrote them and when.
 #pragma once
 
 #include "cards/hands.h"
 
+#include <atomic>
 #include <cstdint>
 #include <iosfwd>
 
@@ -36,22 +41,44 @@ struct SuitTricks {
 };
 
 /// The same as the tables keep it: for all subsets in which the same hands hold the cards in order.
-struct CashedTricks {
-    std::int8_t tricks;
+///
+/// One word, which may be written while others read it.
+class CashedTricks {
+public:
+    constexpr CashedTricks(int tricks, int depth, int leader)
+        : bits(static_cast<std::uint32_t>((tricks & 0xff) | depth << 16 | leader << 24))
+    {
+    }
+
+    constexpr int tricks() const { return static_cast<std::int8_t>(bits); }
     /// Tricks more than with the partner on lead.
-    std::int8_t moreThanPartner;
+    constexpr int moreThanPartner() const { return static_cast<std::int8_t>(bits >> 8); }
     /// How many of the highest cards must stay as they are.
-    std::uint8_t depth;
+    constexpr int depth() const { return static_cast<int>(bits >> 16 & 0xff); }
     /// The hand that is on lead afterwards.
-    std::uint8_t leader;
+    constexpr int leader() const { return static_cast<int>(bits >> 24); }
+
+    /// With `moreThanPartner`, which is 0 until then.
+    constexpr CashedTricks comparedWith(CashedTricks partners) const
+    {
+        const int more = tricks() - partners.tricks();
+        return CashedTricks(bits | static_cast<std::uint32_t>(more & 0xff) << 8);
+    }
+
+    /// What `word` told.
+    explicit constexpr CashedTricks(std::uint32_t word) : bits(word) {}
+    constexpr std::uint32_t word() const { return bits; }
+
+private:
+    std::uint32_t bits;
 };
 
-/// Takes 1.5 megabytes: never on the stack. Nothing is valid before `setHands` or `initHelpers`.
+/// Takes 1.8 megabytes: never on the stack. Nothing is valid before `setHands` or `initHelpers`.
 class Deal : public Hands {
 public:
-    /// Takes over the hands and works out the tables.
+    /// Takes over the hands and works out the tables that need no play.
     void setHands(const Hands& hands);
-    /// Works out the tables of the present hands; to be called after any change of a hand.
+    /// The same with the present hands; to be called after any change of a hand.
     void initHelpers();
     /// Empties both sides' cards. The tables stay: they are read only for cards that are held.
     void clearHelpers();
@@ -100,16 +127,28 @@ public:
     {
         return tops[suitNumber][order][rounds];
     }
-    /// What the side of `player` cashes in the suit.
-    const CashedTricks& cashedTricks(int player, int suitNumber, std::uint16_t order) const
+    /// What the side of `player` cashes in the suit. The first to ask waits for the play-out.
+    CashedTricks cashedTricks(int player, int suitNumber, std::uint16_t order) const
     {
-        return cashed[suitNumber][order][player];
+        const CashedTricks known(
+            std::atomic_ref(cashed[suitNumber][order][player]).load(std::memory_order_relaxed));
+        if (known.tricks() == notPlayedOut) [[unlikely]] {
+            return playOut(player, suitNumber, order);
+        }
+        return known;
     }
     /// The name of a whole position's ranks: `suitChain` of each suit of `inPlay`.
     CardsConfiguration pattern(CardsConfiguration inPlay) const;
 
 private:
     friend class SuitAnalysis;
+    friend class SuitPlayOut;
+
+    // The tricks of a record that is not known.
+    static constexpr int notPlayedOut = -1;
+
+    // Fills in the records of the player and of his partner.
+    CashedTricks playOut(int player, int suitNumber, std::uint16_t order) const;
 
     // Indexed by player rather than by side, which saves the search a division.
     CardsConfiguration sides[playersCount];
@@ -121,7 +160,11 @@ private:
     // Indexed by order. There are never as many as subsets, but the bound is simple, and memory
     // that is not used is not touched.
     std::uint16_t tops[suitsCount][holdingsOfSuit][ranksOfSuit];
-    CashedTricks cashed[suitsCount][holdingsOfSuit][playersCount];
+    std::uint16_t chains[suitsCount][holdingsOfSuit];
+    // Written by whoever asks first, and therefore only read and written as atomics: the records,
+    // and what `suit_play_out.cpp` found for them, 0 for nothing yet.
+    mutable std::uint32_t cashed[suitsCount][holdingsOfSuit][playersCount];
+    mutable std::uint16_t runs[suitsCount][holdingsOfSuit][playersCount];
 };
 
 /// Reads N, E and S of 13 cards each, or four hands of any length, over line ends.

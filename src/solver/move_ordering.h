@@ -51,7 +51,7 @@ inline int leadWeight(const Situation& situation, const Deal& deal, PlayerNumber
         return inPlay & deal[(player + place) & 3].suit(suitNumber);
     };
     const std::uint16_t order = deal.order(suitNumber, static_cast<std::uint16_t>(inPlay));
-    const int leadScore = 256 * deal.cashedTricks(player, suitNumber, order).moreThanPartner;
+    const int leadScore = 256 * deal.cashedTricks(player, suitNumber, order).moreThanPartner();
     return 5 * (strength_with_count[held(2)] - strength_oponent[held(3)]) +
            4 * (strength_with_count[held(0)] - strength_oponent[held(1)]) + leadScore;
 }

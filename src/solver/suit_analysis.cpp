@@ -1,15 +1,8 @@
-// What a side can cash in one suit by itself, for every subset of the suit.
+// The orders in which the hands may hold the cards of one suit, and what their subsets are called.
 //
-// The suit is played out alone, one side attacking: each round the leader chooses a card, the next
-// opponent the card that hurts most, the partner the best answer, the last opponent his lowest. A
-// run of rounds goes on as long as the attackers win. The lead stays with the hand that won, and it
-// matters where it is at the end, since that hand goes on with another suit. So each play-out has
-// two results: the most rounds after which the first leader is on lead, and after which his partner
-// is.
-//
-// All of this is a matter of who holds the cards from the highest down, so it is done once for each
-// order of holders, on the highest cards that have it (`Deal::suitChain`). The orders are listed by
-// their number of cards, and a round only looks up the results of the shorter order that is left.
+// The orders are listed by their number of cards. Each comes from one with a card less, and so does
+// all that is said about it; no card is played here (`suit_play_out.cpp` does that when it is asked
+// for), and only what needs no play is written into the records.
 #include "solver/deal.h"
 #include "solver/suit_masks.h"
 
@@ -22,46 +15,8 @@ namespace trikon {
 
 namespace {
 
-// A run of rounds as one number: how many, and on how many of the suit's highest cards it depends.
-//
-// Of two runs the better is the greater number: the longer one, or the one that depends on less.
-using Run = std::int32_t;
-
-constexpr Run oneRound = 16;
-constexpr Run depthPart = oneRound - 1;
-
-constexpr Run runOf(int rounds, int depth) { return rounds * oneRound + depthPart - depth; }
-constexpr int roundsOf(Run run) { return run >> 4; }
-constexpr int depthOf(Run run) { return depthPart - (run & depthPart); }
-
-// No run ends in that hand. It stays negative whatever number of rounds is put before it.
-constexpr Run unreachable = runOf(-100, 0);
-
-// How many of `suit`'s highest cards reach down to card number `depth` of its part `subset`.
-int depthWithin(unsigned suit, unsigned subset, int depth)
-{
-    return _count_bits13[suit & _highest_mask[subset][depth]];
-}
-
-// An opponent chooses between them: the shorter run. The attackers must be ready for either answer,
-// so they depend on the cards of both.
-constexpr Run worseOf(Run run, Run other)
-{
-    return (std::min(run, other) & ~depthPart) | std::min(run & depthPart, other & depthPart);
-}
-
 // The orders of a whole suit when the hands hold its cards by turns; more there cannot be.
 constexpr std::size_t mostOrders = 5968;
-
-// The best runs by the hand that is on lead afterwards.
-struct Runs {
-    Run toLeader;
-    Run toPartner;
-};
-
-// A run of no rounds leaves the lead where it is.
-constexpr Runs noRounds{runOf(0, 0), unreachable};
-constexpr Runs noRuns{unreachable, unreachable};
 
 }  // namespace
 
@@ -79,27 +34,16 @@ private:
         Deal::Subset name;
         std::array<Deal::Subset, playersCount> longer;
     };
-    // The cards of one subset in the four hands, seen from the leader.
-    struct Holdings {
-        std::uint16_t leader, left, partner, right;
-    };
 
     void listOrders();
     void addOrder(std::size_t shorter, unsigned player, std::uint16_t card);
     void nameSubsets();
-    Runs playOut(int leader, std::uint16_t suit) const;
-    Runs afterLead(int leader, const Holdings& holdings, std::uint16_t lead) const;
-    Runs afterAnswer(int leader, const Holdings& holdings, std::uint16_t lead,
-                     std::uint16_t answer) const;
-    Runs afterRound(int leader, const Holdings& holdings, std::uint16_t lead, std::uint16_t answer,
-                    std::uint16_t card) const;
-    CashedTricks record(int player, std::size_t order) const;
+    void clearRecords();
 
     Deal& deal;
     int suitNumber;
     std::array<std::uint16_t, playersCount> dealt{};
     std::vector<Order> orders;
-    std::vector<std::array<Runs, playersCount>> runs;
 };
 
 SuitAnalysis::SuitAnalysis(Deal& deal, int suitNumber) : deal(deal), suitNumber(suitNumber)
@@ -113,18 +57,7 @@ void SuitAnalysis::analyse()
 {
     listOrders();
     nameSubsets();
-    runs.resize(orders.size());
-    for (std::size_t order = 0; order < orders.size(); ++order) {
-        CashedTricks* const records = deal.cashed[suitNumber][order];
-        for (int player = 0; player < playersCount; ++player) {
-            runs[order][static_cast<unsigned>(player)] = playOut(player, orders[order].name.chain);
-            records[player] = record(player, order);
-        }
-        for (int player = 0; player < playersCount; ++player) {
-            records[player].moreThanPartner =
-                static_cast<std::int8_t>(records[player].tricks - records[player ^ 2].tricks);
-        }
-    }
+    clearRecords();
 }
 
 // The order without cards, and then from each order those with one card more. A further card is the
@@ -187,109 +120,19 @@ void SuitAnalysis::nameSubsets()
     }
 }
 
-Runs SuitAnalysis::playOut(int leader, std::uint16_t suit) const
+// Nothing is played out yet. But a side without the highest card wins no round.
+void SuitAnalysis::clearRecords()
 {
-    const auto held = [&](int place) {
-        return static_cast<std::uint16_t>(suit & dealt[static_cast<unsigned>(leader + place) & 3]);
-    };
-    const Holdings holdings{held(0), held(1), held(2), held(3)};
-    const int opponents = holdings.left | holdings.right;
-    Runs best = noRounds;
-    if ((holdings.leader | holdings.partner) < opponents) {
-        return best;
-    }
-    for (int leads = holdings.leader; leads != 0; leads &= leads - 1) {
-        const auto lead = lowestCard(static_cast<std::uint16_t>(leads));
-        if ((lead | holdings.partner) > opponents) {
-            const Runs run = afterLead(leader, holdings, lead);
-            best.toLeader = std::max(best.toLeader, run.toLeader);
-            best.toPartner = std::max(best.toPartner, run.toPartner);
+    for (std::size_t order = 0; order < orders.size(); ++order) {
+        const std::uint16_t suit = orders[order].name.chain;
+        deal.chains[suitNumber][order] = suit;
+        for (int player = 0; player < playersCount; ++player) {
+            const bool loses = (suit & deal.sides[player].suit(suitNumber)) <= suit / 2;
+            deal.cashed[suitNumber][order][player] =
+                CashedTricks(loses ? 0 : Deal::notPlayedOut, 0, player).word();
         }
     }
-    return best;
-}
-
-Runs SuitAnalysis::afterLead(int leader, const Holdings& holdings, std::uint16_t lead) const
-{
-    int answers = holdings.left;
-    Runs worst = afterAnswer(leader, holdings, lead, lowestCard(holdings.left));
-    for (answers &= answers - 1; answers != 0; answers &= answers - 1) {
-        const auto answer = lowestCard(static_cast<std::uint16_t>(answers));
-        const Runs run = afterAnswer(leader, holdings, lead, answer);
-        worst.toLeader = worseOf(worst.toLeader, run.toLeader);
-        worst.toPartner = worseOf(worst.toPartner, run.toPartner);
-    }
-    return worst;
-}
-
-// The partner's best. With no card that wins the round there are no runs at all: the lead has
-// failed against this answer, and that is its worst.
-Runs SuitAnalysis::afterAnswer(int leader, const Holdings& holdings, std::uint16_t lead,
-                               std::uint16_t answer) const
-{
-    const int toBeat = answer | holdings.right;
-    Runs best = noRuns;
-    int cards = holdings.partner;
-    if (toBeat > lead) {
-        cards &= ranksAbove(static_cast<std::uint16_t>(toBeat));
-    } else if (cards == 0) {
-        best = afterRound(leader, holdings, lead, answer, 0);
-    }
-    for (; cards != 0; cards &= cards - 1) {
-        const auto card = lowestCard(static_cast<std::uint16_t>(cards));
-        const Runs run = afterRound(leader, holdings, lead, answer, card);
-        best.toLeader = std::max(best.toLeader, run.toLeader);
-        best.toPartner = std::max(best.toPartner, run.toPartner);
-    }
-    return best;
-}
-
-// The last opponent plays his lowest, and `lead` or the partner's `card` (0 if void) wins.
-Runs SuitAnalysis::afterRound(int leader, const Holdings& holdings, std::uint16_t lead,
-                              std::uint16_t answer, std::uint16_t card) const
-{
-    const unsigned suit = holdings.leader | holdings.left | holdings.partner | holdings.right;
-    const unsigned fallen = lead | answer | card | lowestCard(holdings.right);
-    const auto left = static_cast<std::uint16_t>(suit ^ fallen);
-    const std::array<Runs, playersCount>& rest = runs[deal.order(suitNumber, left)];
-    // Which of two cards wins decides where the lead is, be it between partners only.
-    const int depth = fallen == lead ? 0 : _count_bits13[suit & ranksFrom(std::max(card, lead))];
-    const auto withThisRound = [&](Run run) {
-        return runOf(roundsOf(run) + 1, std::max(depth, depthWithin(suit, left, depthOf(run))));
-    };
-    if (card > lead) {
-        const Runs& further = rest[static_cast<unsigned>(leader) ^ 2];
-        return {withThisRound(further.toPartner), withThisRound(further.toLeader)};
-    }
-    const Runs& further = rest[static_cast<unsigned>(leader)];
-    return {withThisRound(further.toLeader), withThisRound(further.toPartner)};
-}
-
-// A suit is cashed beside others, and a hand that is short there must discard from this one. The
-// tricks are safe only if they need no more cards of any hand than there are rounds: then the
-// others are spare. So the record is that of the top cards for that many rounds, cut again until
-// nothing is spare.
-CashedTricks SuitAnalysis::record(int player, std::size_t order) const
-{
-    const Runs& ends = runs[order][static_cast<unsigned>(player)];
-    const bool toPartner = roundsOf(ends.toPartner) > roundsOf(ends.toLeader);
-    const Run run = toPartner ? ends.toPartner : ends.toLeader;
-    const int rounds = roundsOf(run);
-    const std::size_t needed =
-        rounds < ranksOfSuit
-            ? deal.topRoundsOrder(suitNumber, static_cast<std::uint16_t>(order), rounds)
-            : order;
-    if (needed != order) {
-        CashedTricks ofNeeded = deal.cashed[suitNumber][needed][player];
-        if (ofNeeded.depth != 0) {
-            const std::uint16_t suit = orders[order].name.chain;
-            ofNeeded.depth = static_cast<std::uint8_t>(
-                depthWithin(suit, deal.topRounds(suitNumber, suit, rounds), ofNeeded.depth));
-        }
-        return ofNeeded;
-    }
-    return {static_cast<std::int8_t>(rounds), 0, static_cast<std::uint8_t>(depthOf(run)),
-            static_cast<std::uint8_t>(toPartner ? player ^ 2 : player)};
+    std::fill_n(deal.runs[suitNumber][0], orders.size() * playersCount, std::uint16_t{0});
 }
 
 void Deal::initHelpers()

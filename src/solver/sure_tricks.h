@@ -50,8 +50,8 @@ private:
     void start(int player, const Deal& deal, const CardsConfiguration& inPlay, std::int8_t rounds);
     // The suits whose bits are set.
     void cashSuits(unsigned suits);
-    void cashSuit(int suitNumber, int mostRounds);
-    void take(int suitNumber, const CashedTricks& record, int rounds);
+    [[gnu::always_inline]] inline void cashSuit(int suitNumber, int mostRounds);
+    void take(int suitNumber, CashedTricks record, int rounds);
 
     static constexpr unsigned allSuits = (1U << suitsCount) - 1;
 
@@ -101,10 +101,12 @@ std::uint8_t QuickTricks<T>::operator()(PlayerNumber player, const Deal& deal,
     };
     const CardsConfiguration left = followSet(player + 1);
     const CardsConfiguration right = followSet(player + 3);
-    for (int place = 1; place < suitsCount; ++place) {
-        const int suitNumber = (T + place) & 3;
+    const auto cashBeside = [&](int suitNumber) {
         cashSuit(suitNumber, std::min(left.countInSuit(suitNumber), right.countInSuit(suitNumber)));
-    }
+    };
+    cashBeside((T + 1) & 3);
+    cashBeside((T + 2) & 3);
+    cashBeside((T + 3) & 3);
     return static_cast<std::uint8_t>(tricks);
 }
 
@@ -118,8 +120,8 @@ std::uint8_t QuickTricks<T>::afterLead(PlayerNumber second, const Deal& deal,
 {
     static_assert(T == NoTrump);
     const std::uint16_t order = deal.order(ledSuit, inPlay.suit(ledSuit));
-    const int own = deal.cashedTricks(second, ledSuit, order).tricks;
-    const int partners = deal.cashedTricks(partner(second), ledSuit, order).tricks;
+    const int own = deal.cashedTricks(second, ledSuit, order).tricks();
+    const int partners = deal.cashedTricks(partner(second), ledSuit, order).tricks();
     if (own == 0 && partners == 0) {
         return 0;
     }
@@ -139,14 +141,14 @@ void QuickTricks<T>::cashSuits(unsigned suits)
         int most = 0;
         for (unsigned left = suits; left != 0; left &= left - 1) {
             const int suitNumber = std::countr_zero(left);
-            const CashedTricks& record = deal->cashedTricks(
+            const CashedTricks record = deal->cashedTricks(
                 onLead, suitNumber, deal->order(suitNumber, inPlay.suit(suitNumber)));
-            if (record.leader == onLead) {
+            if (record.leader() == onLead) {
                 cashSuit(suitNumber, ranksOfSuit);
                 suits ^= 1U << suitNumber;
-            } else if (record.tricks > most) {
+            } else if (record.tricks() > most) {
                 toPartner = suitNumber;
-                most = record.tricks;
+                most = record.tricks();
             }
         }
         if (most != 0) {
@@ -161,29 +163,29 @@ template <int T>
 void QuickTricks<T>::cashSuit(int suitNumber, int mostRounds)
 {
     const std::uint16_t order = deal->order(suitNumber, inPlay.suit(suitNumber));
-    const CashedTricks* record = &deal->cashedTricks(onLead, suitNumber, order);
+    CashedTricks record = deal->cashedTricks(onLead, suitNumber, order);
     int rounds = ranksOfSuit;
     const auto cutTo = [&](int fewerRounds) {
         rounds = fewerRounds;
-        record = &deal->cashedTricks(onLead, suitNumber,
-                                     deal->topRoundsOrder(suitNumber, order, rounds));
+        record =
+            deal->cashedTricks(onLead, suitNumber, deal->topRoundsOrder(suitNumber, order, rounds));
     };
-    if (T != NoTrump && record->tricks > mostRounds) {
+    if (T != NoTrump && record.tricks() > mostRounds) {
         cutTo(mostRounds);
     }
-    if (roundsLeft < record->tricks) {
+    if (roundsLeft < record.tricks()) {
         cutTo(roundsLeft);
     }
-    take(suitNumber, *record, rounds);
+    take(suitNumber, record, rounds);
 }
 
 template <int T>
-void QuickTricks<T>::take(int suitNumber, const CashedTricks& record, int rounds)
+void QuickTricks<T>::take(int suitNumber, CashedTricks record, int rounds)
 {
-    tricks += record.tricks;
-    roundsLeft -= record.tricks;
-    cashed[static_cast<unsigned>(suitNumber)] = {rounds, record.depth};
-    onLead = record.leader;
+    tricks += record.tricks();
+    roundsLeft -= record.tricks();
+    cashed[static_cast<unsigned>(suitNumber)] = {rounds, record.depth()};
+    onLead = record.leader();
 }
 
 template <int T>
