@@ -113,6 +113,7 @@ void DDSolver::forgetProofs()
 {
     table.clear();
     std::fill_n(&bestLeads[0][0][0], playersCount * suitsCount * holdingsOfSuit, std::uint16_t{0});
+    replies.clear();
 }
 
 bool DDSolver::solveCanTake(std::int8_t target, PlayerNumber player, const Trick& trick)

@@ -12,6 +12,7 @@
 #include "cards/situation.h"
 #include "solver/deal.h"
 #include "solver/move_generation.h"
+#include "solver/reply_memory.h"
 #include "solver/transposition_table.h"
 #include "solver/trick.h"
 
@@ -25,7 +26,7 @@ namespace trikon {
 
 constexpr int trumpsCount = 5;
 
-/// Takes 256 kilobytes and a growing table: on the heap only. Used by one thread at a time.
+/// Takes 320 kilobytes and a growing table: on the heap only. Used by one thread at a time.
 class DDSolver {
 public:
     /// A solver of an empty deal at no trump.
@@ -167,6 +168,7 @@ private:
 
     // For the hand on lead, a suit and its cards in play: the group that last reached its target.
     std::uint16_t bestLeads[playersCount][suitsCount][holdingsOfSuit];
+    ReplyMemory replies;
     std::uint64_t nodes = 0;
 };
 

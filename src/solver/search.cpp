@@ -206,10 +206,25 @@ std::int8_t DDSolver::searchInTrick(std::int8_t target, PlayerNumber player,
     std::array<MoveFast, cardsOfHand> moves;
     MoveFast* const end = generateInTrick<T, pos>(moves.data(), player, trick);
 
-    // Step 3. Try them until the other side falls short.
+    // Step 3. The card that last worked in the same choice comes first.
+    const bool hasChoice = pos < 3 && end - moves.data() > 1 && moves[0].suit == trick.ledSuit &&
+                           trick.winningSuit == trick.ledSuit;
+    std::uint32_t choice = 0;
+    if (hasChoice) {
+        choice = ReplyMemory::choice(pos, player, situation.cards.suit(trick.ledSuit), trick);
+        const std::uint16_t best = replies.card(choice);
+        if ((best & ~moves[0].equivalents) != 0) {  // known and not first already
+            moveToFront(moves.data(), end, {trick.ledSuit, best});
+        }
+    }
+
+    // Step 4. Try them until the other side falls short.
     const auto tricksLeft = static_cast<std::int8_t>((situation.cardsCount + 3) / 4);
     const auto othersTarget = static_cast<std::int8_t>(tricksLeft - target + 1);
     const Tried tried = tryMoves<T, pos>(moves.data(), end, othersTarget, player, trick);
+    if (hasChoice && tried.winner != nullptr) {
+        replies.remember(choice, tried.winner->card);
+    }
     relevant |= tried.relevant;
     return static_cast<std::int8_t>(tricksLeft - tried.othersTricks);
 }
