@@ -89,11 +89,17 @@ void SuitAnalysis::addOrder(std::size_t shorter, unsigned player, std::uint16_t 
     orders.push_back({orders[shorter].longer[player], {}});
     const std::uint16_t* const shorterTops = deal.tops[suitNumber][shorter];
     std::uint16_t* const tops = deal.tops[suitNumber][added];
+    const int held = _count_bits13[suit & dealt[player]];
     std::fill_n(tops, ranksOfSuit, added);
-    int rounds = _count_bits13[suit & dealt[player]] + 1;
-    std::copy_n(shorterTops, rounds, tops);
-    for (; rounds < ranksOfSuit && shorterTops[rounds] != shorter; ++rounds) {
-        tops[rounds] = orders[shorterTops[rounds]].longer[player].order;
+    for (int rounds = 0; rounds < ranksOfSuit; ++rounds) {
+        const std::uint16_t top = shorterTops[rounds];
+        if (rounds <= held) {
+            tops[rounds] = top;
+        } else if (top != shorter) {
+            tops[rounds] = orders[top].longer[player].order;
+        } else {
+            break;
+        }
     }
 }
 
