@@ -73,6 +73,13 @@ private:
     std::uint32_t bits;
 };
 
+/// A side's trumps that win a trick each, whoever leads and whatever is played.
+struct SureTrumps {
+    std::uint8_t tricks;
+    /// How many of the highest trumps must stay as they are.
+    std::uint8_t depth;
+};
+
 /// Takes 1.8 megabytes: never on the stack. Nothing is valid before `setHands` or `initHelpers`.
 class Deal : public Hands {
 public:
@@ -137,6 +144,11 @@ public:
         }
         return known;
     }
+    /// What the side of `player`, on lead or not, wins in any case with the suit as trumps.
+    SureTrumps sureTrumps(int player, int suitNumber, std::uint16_t order) const
+    {
+        return trumps[suitNumber][order][player & 1];
+    }
     /// The name of a whole position's ranks: `suitChain` of each suit of `inPlay`.
     CardsConfiguration pattern(CardsConfiguration inPlay) const;
 
@@ -161,6 +173,7 @@ private:
     // that is not used is not touched.
     std::uint16_t tops[suitsCount][holdingsOfSuit][ranksOfSuit];
     std::uint16_t chains[suitsCount][holdingsOfSuit];
+    SureTrumps trumps[suitsCount][holdingsOfSuit][2];
     // Written by whoever asks first, and therefore only read and written as atomics: the records,
     // and what `suit_play_out.cpp` found for them, 0 for nothing yet.
     mutable std::uint32_t cashed[suitsCount][holdingsOfSuit][playersCount];

@@ -142,11 +142,12 @@ std::int8_t DDSolver::searchStartTrick(std::int8_t target, PlayerNumber player,
         return static_cast<std::int8_t>(sure);
     }
 
-    // Step 3. Leave the others the tricks of their top trumps.
+    // Step 3. Leave the others the tricks that their trumps win in any case.
     if constexpr (T != NoTrump) {
-        const TopTrumps theirs = topTrumps<T>(nextPlayer(player), *deal, situation.cards);
+        const std::uint16_t trumps = situation.cards.suit(T);
+        const SureTrumps theirs = deal->sureTrumps(player + 1, T, deal->order(T, trumps));
         if (tricksLeft - theirs.tricks < target) {
-            relevant |= onlySuit(T, theirs.ranks);
+            relevant |= onlySuit(T, _highest_mask[trumps][theirs.depth]);
             return static_cast<std::int8_t>(tricksLeft - theirs.tricks);
         }
     }

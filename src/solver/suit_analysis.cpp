@@ -28,15 +28,25 @@ public:
     void analyse();
 
 private:
+    // A hand's cards as trumps: how many cannot be beaten, the lowest of them by its place in the
+    // order, and the opponents' cards that may still beat a lower one.
+    struct Trumps {
+        std::uint8_t sure;
+        std::uint8_t lowest;
+        std::uint8_t toBeat;
+    };
     // An order of holders: the name of its subsets, and the names with one card more below, by the
     // hand of that card (invalid where the hand has none left).
     struct Order {
         Deal::Subset name;
         std::array<Deal::Subset, playersCount> longer;
+        std::array<Trumps, playersCount> trumps;
     };
 
     void listOrders();
     void addOrder(std::size_t shorter, unsigned player, std::uint16_t card);
+    void countTrumps(const Order& shorter, unsigned player, Order& added);
+    SureTrumps sureTrumps(const Order& order, unsigned side) const;
     void nameSubsets();
     void clearRecords();
 
@@ -66,6 +76,7 @@ void SuitAnalysis::listOrders()
 {
     orders.reserve(mostOrders);
     orders.push_back({});
+    std::fill_n(deal.trumps[suitNumber][0], 2, SureTrumps{0, 0});
     std::fill_n(deal.tops[suitNumber][0], ranksOfSuit, std::uint16_t{0});
     for (std::size_t order = 0; order < orders.size(); ++order) {
         const std::uint16_t suit = orders[order].name.chain;
@@ -86,7 +97,8 @@ void SuitAnalysis::addOrder(std::size_t shorter, unsigned player, std::uint16_t 
     const std::uint16_t suit = orders[shorter].name.chain;
     const auto added = static_cast<std::uint16_t>(orders.size());
     orders[shorter].longer[player] = {static_cast<std::uint16_t>(suit | card), added};
-    orders.push_back({orders[shorter].longer[player], {}});
+    orders.push_back({orders[shorter].longer[player], {}, {}});
+    countTrumps(orders[shorter], player, orders[added]);
     const std::uint16_t* const shorterTops = deal.tops[suitNumber][shorter];
     std::uint16_t* const tops = deal.tops[suitNumber][added];
     const int held = _count_bits13[suit & dealt[player]];
@@ -101,6 +113,50 @@ void SuitAnalysis::addOrder(std::size_t shorter, unsigned player, std::uint16_t 
             break;
         }
     }
+}
+
+// Each trump is played to a trick of its own, and an opponent's higher trump can beat but one of
+// them. The higher trumps of both opponents and the hand's own are paired from the highest down;
+// what finds no opponent wins. `player` holds the lowest card added.
+void SuitAnalysis::countTrumps(const Order& shorter, unsigned player, Order& added)
+{
+    const int cards = _count_bits13[added.name.chain];
+    added.trumps = shorter.trumps;
+    Trumps& own = added.trumps[player];
+    if (own.toBeat != 0) {
+        --own.toBeat;
+    } else {
+        ++own.sure;
+        own.lowest = static_cast<std::uint8_t>(cards);
+    }
+    ++added.trumps[(player + 1) & 3].toBeat;
+    ++added.trumps[(player + 3) & 3].toBeat;
+    for (unsigned side = 0; side < 2; ++side) {
+        deal.trumps[suitNumber][added.name.order][side] = sureTrumps(added, side);
+    }
+}
+
+// The better of the two hands, or the top trumps of both. Of these two may have to fall together
+// where each hand has nothing else left: hence no more than the longer hand has, which can spare a
+// low trump under each top of the partner.
+SureTrumps SuitAnalysis::sureTrumps(const Order& order, unsigned side) const
+{
+    const std::uint16_t suit = order.name.chain;
+    const auto own = static_cast<std::uint16_t>(suit & deal.sides[side].suit(suitNumber));
+    const auto others = static_cast<std::uint16_t>(suit ^ own);
+    const int first = _count_bits13[own & dealt[side]];
+    const int longer = std::max<int>(first, _count_bits13[own] - first);
+    if (others == 0) {
+        return {static_cast<std::uint8_t>(longer), 0};
+    }
+    const int tops = std::min<int>(_count_bits13[own & ranksAbove(others)], longer);
+    SureTrumps best{static_cast<std::uint8_t>(tops), static_cast<std::uint8_t>(tops)};
+    for (const Trumps& hand : {order.trumps[side], order.trumps[side + 2]}) {
+        if (hand.sure > best.tricks) {
+            best = {hand.sure, hand.lowest};
+        }
+    }
+    return best;
 }
 
 // Every subset from the one without its lowest card, which has its name already: the subsets whose

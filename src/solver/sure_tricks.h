@@ -2,9 +2,9 @@
 //
 // The last trick goes to the highest trump left, or else to the highest card of the suit led.
 // Before that, the side on lead may simply cash what `Deal::suitTricks` promises, suit after suit;
-// the hand in which one suit's run ends goes on with the next. At no trump the other side may do so
-// too, when it is sure to win the trick led to. And nobody can take from the other side the tricks
-// of its top trumps. All report on which ranks they rely.
+// the hand in which one suit's run ends goes on with the next. Trumps are cashed first, or kept for
+// the end when more of them win there (`Deal::sureTrumps`). At no trump the other side may do so
+// too, when it is sure to win the trick led to. All report on which ranks they rely.
 #pragma once
 
 #include "solver/dd_solver.h"
@@ -52,6 +52,8 @@ private:
     void cashSuits(unsigned suits);
     [[gnu::always_inline]] inline void cashSuit(int suitNumber, int mostRounds);
     void take(int suitNumber, CashedTricks record, int rounds);
+    // Answers how many rounds of trumps are drawn.
+    int drawOrKeepTrumps();
 
     static constexpr unsigned allSuits = (1U << suitsCount) - 1;
 
@@ -61,12 +63,6 @@ private:
     int onLead = NoPlayer;
     int tricks = 0;
     int roundsLeft = 0;
-};
-
-/// A number of tricks, and the ranks of the trump suit on which it stands.
-struct TopTrumps {
-    int tricks;
-    std::uint16_t ranks;
 };
 
 // --- inline definitions ---
@@ -91,10 +87,8 @@ std::uint8_t QuickTricks<T>::operator()(PlayerNumber player, const Deal& deal,
         cashSuits(allSuits);
         return static_cast<std::uint8_t>(tricks);
     }
-    take(T & 3, deal.cashedTricks(player, T & 3, deal.order(T & 3, inPlay.suit(T & 3))),
-         ranksOfSuit);
+    const int drawn = drawOrKeepTrumps();
     // An opponent who keeps a trump ruffs as soon as he is void. The others follow for ever.
-    const int drawn = tricks;
     const auto followSet = [&](int opponent) {
         const CardsConfiguration held = inPlay & deal[opponent & 3];
         return drawn < held.countInSuit(T & 3) ? held : CardsConfiguration(fullDeck);
@@ -108,6 +102,27 @@ std::uint8_t QuickTricks<T>::operator()(PlayerNumber player, const Deal& deal,
     cashBeside((T + 2) & 3);
     cashBeside((T + 3) & 3);
     return static_cast<std::uint8_t>(tricks);
+}
+
+// Trumps that are sure to win need not be drawn. They come last, so the side suits have the rounds
+// in which neither hand has to play one.
+template <int T>
+int QuickTricks<T>::drawOrKeepTrumps()
+{
+    const std::uint16_t order = deal->order(T & 3, inPlay.suit(T & 3));
+    const CashedTricks drawn = deal->cashedTricks(onLead, T & 3, order);
+    const SureTrumps kept = deal->sureTrumps(onLead, T & 3, order);
+    if (drawn.tricks() >= kept.tricks) {
+        take(T & 3, drawn, ranksOfSuit);
+        return drawn.tricks();
+    }
+    const auto trumpsOf = [&](int player) {
+        return CardsConfiguration(inPlay & (*deal)[player]).countInSuit(T & 3);
+    };
+    tricks = kept.tricks;
+    roundsLeft -= std::max(trumpsOf(onLead), trumpsOf(onLead ^ 2));
+    cashed[T & 3] = {ranksOfSuit, kept.depth};
+    return 0;
 }
 
 // One of the two hands knows all it needs for its play in the run of the suit as if it led: what
@@ -201,30 +216,6 @@ CardsConfiguration QuickTricks<T>::winners() const
         used.setSuit(suitNumber, _highest_mask[suit][depth]);
     }
     return used;
-}
-
-/// The tricks of the side of `player`, on lead or not, that its top trumps make in any case.
-///
-/// With a trump that only this side holds from the top down, each of the k highest wins the trick
-/// it is played to. Two of them may have to fall together where each hand has nothing else left:
-/// hence no more than the longer of the two trump holdings, which can spare a low trump under each
-/// top of the partner. `ranks` are the ranks of the trump suit on which this stands, none when the
-/// opponents have no trump.
-template <int T>
-TopTrumps topTrumps(int player, const Deal& deal, CardsConfiguration inPlay)
-{
-    static_assert(Clubs <= T && T < NoTrump);
-    const std::uint16_t trumps = inPlay.suit(T);
-    const auto own = static_cast<std::uint16_t>(trumps & deal.sideCards(player).suit(T));
-    const auto others = static_cast<std::uint16_t>(trumps ^ own);
-    if (own <= others) {
-        return {0, 0};
-    }
-    const auto tops = static_cast<std::uint16_t>(own & ranksAbove(others));
-    const std::int8_t held = _count_bits13[own & deal[player & 3].suit(T)];
-    const int longer = std::max<int>(held, _count_bits13[own] - held);
-    const int tricks = std::min<int>(_count_bits13[tops], longer);
-    return {tricks, others == 0 ? std::uint16_t{0} : _highest_mask[tops][tricks]};
 }
 
 template <int suit>

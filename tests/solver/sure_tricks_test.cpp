@@ -17,14 +17,16 @@ struct Count {
     CardsConfiguration winners;
 };
 
-TopTrumps topTrumpsOf(Trump trump, PlayerNumber player, const Deal& deal)
+struct TrumpTricks {
+    int tricks;
+    std::uint16_t ranks;
+};
+
+TrumpTricks sureTrumps(Trump trump, PlayerNumber player, const Deal& deal)
 {
-    switch (trump) {
-    case Clubs: return topTrumps<Clubs>(player, deal, deal.allCards());
-    case Diamonds: return topTrumps<Diamonds>(player, deal, deal.allCards());
-    case Hearts: return topTrumps<Hearts>(player, deal, deal.allCards());
-    default: return topTrumps<Spades>(player, deal, deal.allCards());
-    }
+    const std::uint16_t trumps = deal.allCards().suit(trump);
+    const SureTrumps sure = deal.sureTrumps(player, trump, deal.order(trump, trumps));
+    return {sure.tricks, _highest_mask[trumps][sure.depth]};
 }
 
 template <int T>
@@ -138,7 +140,8 @@ TEST(QuickTricks, CountSuitAfterSuitFromTheHandOnLead)
         {NoTrump, "32.2.. AK..A. 54.A.. QJ...A", 1},     // spades are the opponents'
         {Spades, "A.AK.. 2..32. 3..54. 4.987..", 3},     // the trump is drawn
         {Spades, "A.AKQ.. 32.2.2. 4..543. 65.93..", 2},  // East follows to one heart, then ruffs
-        {Spades, ".AK..2 ...543 2..AK. ..987.", 2},      // nobody can ruff
+        {Spades, ".AK..2 ...543 2..AK. ..987.", 3},      // nobody can ruff, the trump comes last
+        {Spades, "32.AK.. AJ.93.. 54.2.2. KQ.54..", 2},  // no sure trump, and nobody ruffs a heart
     };
     for (const Case& example : cases) {
         const auto deal = dealOf(handsOf(example.hands));
@@ -226,7 +229,7 @@ TEST(QuickTricks, AreCashedAfterALeadThatTheSecondHandsSideWins)
     EXPECT_GT(counted, 0);
 }
 
-TEST(TopTrumps, CountNoMoreThanTheLongerHandHas)
+TEST(SureTrumps, AreTopsNoMoreThanTheLongerHandHasOrWhatNobodyCanBeat)
 {
     struct Case {
         const char* hands;  // spades are trumps
@@ -239,24 +242,29 @@ TEST(TopTrumps, CountNoMoreThanTheLongerHandHas)
         {"A.2.. 3.4.. K.3.. 5.5..", 1, "A..."},  // both tops may have to fall together
         {"A2... 3.4.. K.3.. 5.5..", 2, "K..."},  // North can spare the two
         {"K2... A.4.. Q.3.. 5.5..", 0, "..."},
+        {"KQ... A2... 43... 65...", 1, "Q..."},  // the ace beats one of them
+        {"QJ2... A3.2.. 4.54.. K.65..", 0, "..."},
+        {"QJT... A2.2.. 4.54.. K.65..", 1, "T..."},
+        {"A.2.. 3.4.. QJ... K.5..", 1, "A..."},
+        {"A.2.3. 43.4.. QJT... K.65..", 2, "T..."},  // more than the ace
         {"32... .42.. 4.3.. .53..", 2, "..."},  // all the trumps there are, whatever their ranks
     };
     for (const Case& example : cases) {
-        const TopTrumps sure = topTrumpsOf(Spades, South, *dealOf(handsOf(example.hands)));
+        const TrumpTricks sure = sureTrumps(Spades, South, *dealOf(handsOf(example.hands)));
         EXPECT_EQ(sure.tricks, example.tricks) << example.hands;
         EXPECT_EQ(sure.ranks, coverOf(readWholeHand(example.lowest)).suit(Spades) & fullSuit)
             << example.hands;
     }
 }
 
-TEST(TopTrumps, AreNotLostWhoeverLeadsAndWhateverTheOtherCardsAre)
+TEST(SureTrumps, AreNotLostWhoeverLeadsAndWhateverTheOtherCardsAre)
 {
     std::mt19937_64 random(12);
     forRandomEndings(random, {{2, 400}, {3, 400}, {4, 400}, {5, 60}}, [&](const Hands& hands) {
         const auto deal = dealOf(hands);
         for (const Trump trump : {Clubs, Diamonds, Hearts, Spades}) {
             for (const PlayerNumber leader : {North, East, South, West}) {
-                const TopTrumps sure = topTrumpsOf(trump, nextPlayer(leader), *deal);
+                const TrumpTricks sure = sureTrumps(trump, nextPlayer(leader), *deal);
                 const int most = hands[leader].count() - sure.tricks;
                 const Hands other = shuffledOutside(random, hands, onlySuit(trump, sure.ranks));
                 ASSERT_FALSE(referenceCanTake(hands, trump, leader, most + 1))
