@@ -149,6 +149,12 @@ public:
     {
         return trumps[suitNumber][order][player & 1];
     }
+    /// How promising it is for `player` to lead the suit, by the strength of the four holdings.
+    /// Those of the order's highest cards stand for all; what can be cashed is left out of account.
+    int leadWeight(int player, int suitNumber, std::uint16_t order) const
+    {
+        return leadWeights[suitNumber][order][player];
+    }
     /// The name of a whole position's ranks: `suitChain` of each suit of `inPlay`.
     CardsConfiguration pattern(CardsConfiguration inPlay) const;
 
@@ -174,6 +180,7 @@ private:
     std::uint16_t tops[suitsCount][holdingsOfSuit][ranksOfSuit];
     std::uint16_t chains[suitsCount][holdingsOfSuit];
     SureTrumps trumps[suitsCount][holdingsOfSuit][2];
+    std::int16_t leadWeights[suitsCount][holdingsOfSuit][playersCount];
     // Written by whoever asks first, and therefore only read and written as atomics: the records,
     // and what `suit_play_out.cpp` found for them, 0 for nothing yet.
     mutable std::uint32_t cashed[suitsCount][holdingsOfSuit][playersCount];

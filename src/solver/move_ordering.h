@@ -21,7 +21,7 @@ extern std::int32_t strength_with_count[holdingsOfSuit];
 /// The same for an opponent's holding; 500 for a void.
 extern std::int32_t strength_oponent[holdingsOfSuit];
 
-/// How promising it is for `player` to lead the suit; the tables' `leadScore` included.
+/// How promising it is for `player` to lead the suit: `Deal::leadWeight` and the `leadScore`.
 int leadWeight(const Situation& situation, const Deal& deal, PlayerNumber player, int suitNumber);
 
 /// Whether the card that wins the trick so far is the partner's.
@@ -46,14 +46,9 @@ int voidWeight(const Situation& situation, const Deal& deal, PlayerNumber player
 inline int leadWeight(const Situation& situation, const Deal& deal, PlayerNumber player,
                       int suitNumber)
 {
-    const unsigned inPlay = situation.cards.suit(suitNumber);
-    const auto held = [&](int place) {
-        return inPlay & deal[(player + place) & 3].suit(suitNumber);
-    };
-    const std::uint16_t order = deal.order(suitNumber, static_cast<std::uint16_t>(inPlay));
-    const int leadScore = 256 * deal.cashedTricks(player, suitNumber, order).moreThanPartner();
-    return 5 * (strength_with_count[held(2)] - strength_oponent[held(3)]) +
-           4 * (strength_with_count[held(0)] - strength_oponent[held(1)]) + leadScore;
+    const std::uint16_t order = deal.order(suitNumber, situation.cards.suit(suitNumber));
+    return deal.leadWeight(player, suitNumber, order) +
+           256 * deal.cashedTricks(player, suitNumber, order).moreThanPartner();
 }
 
 inline bool partnerIsWinning(const Deal& deal, PlayerNumber player, const Trick& trick)

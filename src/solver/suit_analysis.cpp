@@ -4,6 +4,7 @@
 // all that is said about it; no card is played here (`suit_play_out.cpp` does that when it is asked
 // for), and only what needs no play is written into the records.
 #include "solver/deal.h"
+#include "solver/move_ordering.h"
 #include "solver/suit_masks.h"
 
 #include <algorithm>
@@ -46,6 +47,7 @@ private:
     void listOrders();
     void addOrder(std::size_t shorter, unsigned player, std::uint16_t card);
     void countTrumps(const Order& shorter, unsigned player, Order& added);
+    void weighLeads(const Order& order);
     SureTrumps sureTrumps(const Order& order, unsigned side) const;
     void nameSubsets();
     void clearRecords();
@@ -76,6 +78,7 @@ void SuitAnalysis::listOrders()
 {
     orders.reserve(mostOrders);
     orders.push_back({});
+    weighLeads(orders[0]);
     std::fill_n(deal.trumps[suitNumber][0], 2, SureTrumps{0, 0});
     std::fill_n(deal.tops[suitNumber][0], ranksOfSuit, std::uint16_t{0});
     for (std::size_t order = 0; order < orders.size(); ++order) {
@@ -99,6 +102,7 @@ void SuitAnalysis::addOrder(std::size_t shorter, unsigned player, std::uint16_t 
     orders[shorter].longer[player] = {static_cast<std::uint16_t>(suit | card), added};
     orders.push_back({orders[shorter].longer[player], {}, {}});
     countTrumps(orders[shorter], player, orders[added]);
+    weighLeads(orders[added]);
     const std::uint16_t* const shorterTops = deal.tops[suitNumber][shorter];
     std::uint16_t* const tops = deal.tops[suitNumber][added];
     const int held = _count_bits13[suit & dealt[player]];
@@ -157,6 +161,24 @@ SureTrumps SuitAnalysis::sureTrumps(const Order& order, unsigned side) const
         }
     }
     return best;
+}
+
+// A suit is good to lead where one's own side outweighs the opponent who plays after each of its
+// hands.
+void SuitAnalysis::weighLeads(const Order& order)
+{
+    std::array<int, playersCount> own;
+    std::array<int, playersCount> opponents;
+    for (unsigned player = 0; player < playersCount; ++player) {
+        const unsigned held = order.name.chain & dealt[player];
+        own[player] = strength_with_count[held];
+        opponents[player] = strength_oponent[held];
+    }
+    for (unsigned player = 0; player < playersCount; ++player) {
+        deal.leadWeights[suitNumber][order.name.order][player] =
+            static_cast<std::int16_t>(5 * (own[player ^ 2] - opponents[(player + 3) & 3]) +
+                                      4 * (own[player] - opponents[(player + 1) & 3]));
+    }
 }
 
 // Every subset from the one without its lowest card, which has its name already: the subsets whose
