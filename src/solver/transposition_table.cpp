@@ -81,8 +81,15 @@ void TranspositionTable::Node::update_upper_bound(CardsConfiguration& pattern,
     bounds.emplace_back(pattern, std::int8_t{0}, bound);
 }
 
+TranspositionTable::Node& TranspositionTable::findOrMake(PlayerNumber leader,
+                                                         TrickCountConfiguration counts)
+{
+    return maps[static_cast<unsigned>(leader)][counts];
+}
+
 void TranspositionTable::clear()
 {
+    places.fill({});
     for (auto& map : maps) {
         map.clear();
     }
@@ -90,6 +97,7 @@ void TranspositionTable::clear()
 
 void TranspositionTable::clear_most(std::int8_t cards)
 {
+    places.fill({});
     for (auto& map : maps) {
         for (auto place = map.begin(); place != map.end();) {
             place = place->first.sum() <= cards ? map.erase(place) : std::next(place);

@@ -55,7 +55,11 @@ public:
     /// The reference stays good while further nodes are made.
     Node& node(PlayerNumber leader, TrickCountConfiguration counts)
     {
-        return maps[static_cast<unsigned>(leader)][counts];
+        Place& place = places[placeOf(leader, counts)];
+        if (place.node == nullptr || place.counts != counts) {
+            place = {counts, &findOrMake(leader, counts)};
+        }
+        return *place.node;
     }
 
     /// Forgets everything.
@@ -67,6 +71,23 @@ public:
     std::size_t entriesCount() const;
 
 private:
+    // Where a node was last found; it may be taken over by another.
+    struct Place {
+        std::uint64_t counts;
+        Node* node;
+    };
+
+    static constexpr int placeBits = 11;
+
+    static std::size_t placeOf(PlayerNumber leader, TrickCountConfiguration counts)
+    {
+        const std::uint64_t spread = counts * 0x9e3779b97f4a7c15U >> (64 - placeBits);
+        return static_cast<std::size_t>(leader) << placeBits | spread;
+    }
+    Node& findOrMake(PlayerNumber leader, TrickCountConfiguration counts);
+
+    // Most questions are about few nodes, and the maps take many steps to find one.
+    std::array<Place, playersCount << placeBits> places{};
     // The search holds on to a node while it adds others, which a map that moves its values in
     // memory would not allow.
     std::array<boost::unordered_map<TrickCountConfiguration, Node>, playersCount> maps;
