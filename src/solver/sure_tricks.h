@@ -50,7 +50,10 @@ private:
     void start(int player, const Deal& deal, const CardsConfiguration& inPlay, std::int8_t rounds);
     // The suits whose bits are set.
     void cashSuits(unsigned suits);
+    // Inlined by force: with the suit known, both are a few look-ups.
     [[gnu::always_inline]] inline void cashSuit(int suitNumber, int mostRounds);
+    [[gnu::always_inline]] inline void cash(int suitNumber, std::uint16_t order,
+                                            CashedTricks record, int rounds);
     void take(int suitNumber, CashedTricks record, int rounds);
     // Answers how many rounds of trumps are drawn.
     int drawOrKeepTrumps();
@@ -151,45 +154,61 @@ std::uint8_t QuickTricks<T>::afterLead(PlayerNumber second, const Deal& deal,
 template <int T>
 void QuickTricks<T>::cashSuits(unsigned suits)
 {
+    std::array<std::uint16_t, suitsCount> orders;
+    for (unsigned left = suits; left != 0; left &= left - 1) {
+        const int suitNumber = std::countr_zero(left);
+        orders[static_cast<unsigned>(suitNumber)] =
+            deal->order(suitNumber, inPlay.suit(suitNumber));
+    }
     while (suits != 0) {
         int toPartner = 0;
-        int most = 0;
+        CashedTricks most{0, 0, 0};
         for (unsigned left = suits; left != 0; left &= left - 1) {
             const int suitNumber = std::countr_zero(left);
-            const CashedTricks record = deal->cashedTricks(
-                onLead, suitNumber, deal->order(suitNumber, inPlay.suit(suitNumber)));
+            const CashedTricks record =
+                deal->cashedTricks(onLead, suitNumber, orders[static_cast<unsigned>(suitNumber)]);
+            if (record.tricks() == 0) {
+                continue;
+            }
             if (record.leader() == onLead) {
-                cashSuit(suitNumber, ranksOfSuit);
+                cash(suitNumber, orders[static_cast<unsigned>(suitNumber)], record, ranksOfSuit);
                 suits ^= 1U << suitNumber;
-            } else if (record.tricks() > most) {
+            } else if (record.tricks() > most.tricks()) {
                 toPartner = suitNumber;
-                most = record.tricks();
+                most = record;
             }
         }
-        if (most != 0) {
-            cashSuit(toPartner, ranksOfSuit);
-            suits ^= 1U << toPartner;
+        if (most.tricks() == 0) {
+            return;
         }
+        cash(toPartner, orders[static_cast<unsigned>(toPartner)], most, ranksOfSuit);
+        suits ^= 1U << toPartner;
     }
 }
 
-// At most `mostRounds` rounds, and no more than are left.
+// At most `mostRounds` rounds.
 template <int T>
 void QuickTricks<T>::cashSuit(int suitNumber, int mostRounds)
 {
     const std::uint16_t order = deal->order(suitNumber, inPlay.suit(suitNumber));
     CashedTricks record = deal->cashedTricks(onLead, suitNumber, order);
     int rounds = ranksOfSuit;
-    const auto cutTo = [&](int fewerRounds) {
-        rounds = fewerRounds;
+    if (T != NoTrump && record.tricks() > mostRounds) {
+        rounds = mostRounds;
         record =
             deal->cashedTricks(onLead, suitNumber, deal->topRoundsOrder(suitNumber, order, rounds));
-    };
-    if (T != NoTrump && record.tricks() > mostRounds) {
-        cutTo(mostRounds);
     }
+    cash(suitNumber, order, record, rounds);
+}
+
+// The record of these rounds, or of fewer if no more are left.
+template <int T>
+void QuickTricks<T>::cash(int suitNumber, std::uint16_t order, CashedTricks record, int rounds)
+{
     if (roundsLeft < record.tricks()) {
-        cutTo(roundsLeft);
+        rounds = roundsLeft;
+        record =
+            deal->cashedTricks(onLead, suitNumber, deal->topRoundsOrder(suitNumber, order, rounds));
     }
     take(suitNumber, record, rounds);
 }
