@@ -84,12 +84,23 @@ void TranspositionTable::Node::update_upper_bound(CardsConfiguration& pattern,
 TranspositionTable::Node& TranspositionTable::findOrMake(PlayerNumber leader,
                                                          TrickCountConfiguration counts)
 {
-    return maps[static_cast<unsigned>(leader)][counts];
+    Node& node = maps[static_cast<unsigned>(leader)][counts];
+    if (nodesCount() > places.size() / 2) {
+        emptyPlaces(placeBits + 2);
+    }
+    places[placeOf(leader, counts)] = {counts, &node};
+    return node;
+}
+
+void TranspositionTable::emptyPlaces(int newPlaceBits)
+{
+    placeBits = newPlaceBits;
+    places.assign(std::size_t{playersCount} << placeBits, {});
 }
 
 void TranspositionTable::clear()
 {
-    places.fill({});
+    emptyPlaces(fewestPlaceBits);
     for (auto& map : maps) {
         map.clear();
     }
@@ -97,7 +108,7 @@ void TranspositionTable::clear()
 
 void TranspositionTable::clear_most(std::int8_t cards)
 {
-    places.fill({});
+    emptyPlaces(placeBits);
     for (auto& map : maps) {
         for (auto place = map.begin(); place != map.end();) {
             place = place->first.sum() <= cards ? map.erase(place) : std::next(place);

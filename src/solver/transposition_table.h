@@ -55,11 +55,9 @@ public:
     /// The reference stays good while further nodes are made.
     Node& node(PlayerNumber leader, TrickCountConfiguration counts)
     {
-        Place& place = places[placeOf(leader, counts)];
-        if (place.node == nullptr || place.counts != counts) {
-            place = {counts, &findOrMake(leader, counts)};
-        }
-        return *place.node;
+        const Place& place = places[placeOf(leader, counts)];
+        const bool isHere = place.counts == counts && place.node != nullptr;
+        return isHere ? *place.node : findOrMake(leader, counts);
     }
 
     /// Forgets everything.
@@ -77,17 +75,20 @@ private:
         Node* node;
     };
 
-    static constexpr int placeBits = 11;
+    // For each leader; there are four times as many as soon as nodes fill half of them.
+    static constexpr int fewestPlaceBits = 11;
 
-    static std::size_t placeOf(PlayerNumber leader, TrickCountConfiguration counts)
+    std::size_t placeOf(PlayerNumber leader, TrickCountConfiguration counts) const
     {
         const std::uint64_t spread = counts * 0x9e3779b97f4a7c15U >> (64 - placeBits);
         return static_cast<std::size_t>(leader) << placeBits | spread;
     }
     Node& findOrMake(PlayerNumber leader, TrickCountConfiguration counts);
+    void emptyPlaces(int newPlaceBits);
 
     // Most questions are about few nodes, and the maps take many steps to find one.
-    std::array<Place, playersCount << placeBits> places{};
+    int placeBits = fewestPlaceBits;
+    std::vector<Place> places{playersCount << fewestPlaceBits};
     // The search holds on to a node while it adds others, which a map that moves its values in
     // memory would not allow.
     std::array<boost::unordered_map<TrickCountConfiguration, Node>, playersCount> maps;

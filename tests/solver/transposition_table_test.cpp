@@ -3,7 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdint>
 #include <memory>
+#include <set>
+#include <vector>
 
 namespace trikon {
 
@@ -122,6 +126,25 @@ TEST_F(TableNode, MovesWhatDecidedOnePlaceTowardTheBack)
     EXPECT_EQ(entries(), ".A..:2-7 A...:1-7 ..A.:3-7");
     EXPECT_EQ(check("A.A.A.", 1), 3);
     EXPECT_EQ(entries(), ".A..:2-7 A...:1-7 ..A.:3-7");
+}
+
+TEST(TranspositionTable, FindsEachOfManyNodesWhereItWas)
+{
+    const auto table = std::make_unique<TranspositionTable>();
+    std::vector<TranspositionTable::Node*> made;
+    for (int round = 0; round < 2; ++round) {
+        for (std::uint64_t number = 0; number < 30000; ++number) {
+            for (const PlayerNumber leader : {North, East, South, West}) {
+                made.push_back(&table->node(leader, TrickCountConfiguration(number)));
+            }
+        }
+    }
+    EXPECT_EQ(table->nodesCount(), made.size() / 2);
+    EXPECT_TRUE(std::equal(made.begin(), made.begin() + 120000, made.begin() + 120000));
+    EXPECT_EQ(std::set(made.begin(), made.end()).size(), made.size() / 2);
+    table->clear();
+    EXPECT_TRUE(table->node(North, TrickCountConfiguration(7)).entries().empty());
+    EXPECT_EQ(table->nodesCount(), 1u);
 }
 
 TEST(TranspositionTable, ForgetsPositionsWithFewCards)
