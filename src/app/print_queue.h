@@ -132,9 +132,9 @@ private:
     // common case a rejected deal and the next one taken change the first line alone, so that it
     // wanders between the processors and nothing else does.
     alignas(cacheLine) mutable Mutex contentMutex{PTHREAD_MUTEX_ADAPTIVE_NP};
-    unsigned long nextNumber = 0;        // the number to be printed or skipped next
-    std::uint32_t droppedSoon = 0;       // bit k: the number `nextNumber` + k is rejected
-    std::uint32_t needed = 10;           // deals still to be printed, 0 to stop
+    unsigned long nextNumber = 0;   // the number to be printed or skipped next
+    std::uint32_t droppedSoon = 0;  // bit k: the number `nextNumber` + k is rejected
+    std::uint32_t needed = 10;      // deals still to be printed, 0 to stop
     std::atomic<unsigned long> nextToDeal{0};
     alignas(cacheLine) Items items;      // accepted, not printed, at most `needed`
     IntervalSet<unsigned long> dropped;  // rejected numbers that came too early for `droppedSoon`
