@@ -8,8 +8,7 @@
 //     bench [FILE [EXPECTED]]
 //
 // FILE holds a deal a line, "N:" and the four hands from North on; what follows them is ignored.
-// EXPECTED holds the checksum and the node count that must come out. The exit status is 1 if they
-// do not.
+// EXPECTED holds the checksum and the node count that must come out; else the exit status is 1.
 #include "cards/hands.h"
 #include "solver/dd_solver.h"
 

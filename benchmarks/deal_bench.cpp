@@ -1,7 +1,6 @@
 // How long one deal takes, and which part of it the engine's words are.
 //
-// Timings vary with what else the machine does: run with --benchmark_repetitions=9 and read the
-// medians.
+// Timings vary with what else the machine does: read the medians of --benchmark_repetitions=9.
 #include "cards/hands.h"
 #include "dealer/random_source.h"
 

@@ -1,8 +1,8 @@
 // The command line: what the options are, and how they are read into the configuration.
 //
-// The library takes an unknown option for a script file when unlabelled values are allowed, and
-// takes "-1" for a count of four thousand million. Both are made errors here, by the means the
-// library offers: a constraint on script names and a value type of our own.
+// By itself the library takes an unknown option for a script file, and "-1" for a count of four
+// thousand million. Both are made errors here by means that it offers: a constraint on script names
+// and value types of our own.
 #include "app/configuration.h"
 
 #include "app/option_values.h"
@@ -253,8 +253,7 @@ std::string readAll(std::istream& in)
     return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
 }
 
-// The scripts that can be read only once, though every worker loads them: from standard input and
-// from pipes.
+// The scripts that can be read only once, though every worker loads them: standard input and pipes.
 std::map<std::string, std::string> readOnce(const std::vector<std::string>& scriptFileNames)
 {
     std::map<std::string, std::string> texts;

@@ -26,12 +26,11 @@ public:
     std::int32_t threadsCount = 1;
     /// How many deals to print.
     std::uint32_t handsCount = 10;
-    /// Whether as many deals as there are are asked for, up to some other bound.
+    /// Whether every deal is asked for that comes before another bound ends the run.
     bool findAll = false;
     /// With a seed each deal follows from the seed and the deal's number alone.
     std::optional<std::uint64_t> seed;
-    /// The number of the first deal and the one behind the last; the numbers from `noDeal` up are
-    /// never dealt.
+    /// The number of the first deal and the one behind the last; from `noDeal` up none is dealt.
     unsigned long firstDeal = 0;
     unsigned long endOfDeals = noDeal;
     bool showStatistics = true;
@@ -71,8 +70,7 @@ public:
     /// Throws std::runtime_error, or parser_error for a hand. The Lua stack is left as it was.
     void load_from_lua_conf(lua_State* state);
 
-    /// Reads the hand `key` of the table at `table` into `player`'s fixed cards; false if it is
-    /// nil.
+    /// Reads the hand `key` of the table at `table` into `player`'s fixed cards; false for nil.
     bool load_hand_from_lua_table(lua_State* state, PlayerNumber player, const char* key,
                                   int table);
 };

@@ -44,8 +44,7 @@ void ensureOutputIsWritten()
     if (errno == EPIPE) {
         throw OutputClosed();
     }
-    // The write that failed was the last call that could set errno: the stream does nothing after
-    // it.
+    // The write that failed was the last call that could set errno: the stream made no other.
     throw std::runtime_error(
         errno == 0 ? translate("Can't write to standard output.")
                    : translate("Can't write to standard output: %1%.", {std::strerror(errno)}));

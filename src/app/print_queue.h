@@ -2,8 +2,7 @@
 //
 // Workers take deal numbers in order but finish the deals out of order. A deal is printed once
 // every number before it is printed or rejected, so what is printed are the first accepted numbers,
-// however the threads ran. As soon as enough deals are certain, the answers tell the workers to
-// stop.
+// however the threads ran. As soon as enough deals are certain, the answers end the workers.
 //
 // Two mutexes. The content mutex guards the bookkeeping and is held for some nanoseconds; the
 // output mutex belongs to the one thread that prints, which holds no content mutex while it writes.
@@ -53,8 +52,9 @@ public:
 
     /// Whether deal `n` can still be among those printed.
     bool nr_is_needed(unsigned long n) const;
-    /// Has `function` called each time before deals are printed, by the thread that prints; before
-    /// any worker runs.
+    /// Has `function` called each time before deals are printed, by the thread that prints.
+    ///
+    /// To be set before any worker runs.
     void beforePrinting(std::function<void()> function) { prePrint = std::move(function); }
     /// Calls `function` with the output to itself, or not at all when deals are being printed.
     ///
@@ -78,8 +78,7 @@ public:
     bool accept(unsigned long n);
     /// Deal `n` was rejected.
     bool drop(unsigned long n);
-    /// Delivers what is to be printed for deal `n`; takes statistics and remarks, leaving them
-    /// empty.
+    /// Delivers what is to be printed for deal `n`; statistics and remarks are taken, left empty.
     ///
     /// Takes nothing when the deal is needed no more.
     bool setDetails(unsigned long n, const Hands& hands, NamedCounters& statistics,
@@ -89,11 +88,11 @@ public:
     void terminateWork();
     /// Prints what is printable; for when no worker runs any more.
     void printAll();
-    /// Prints every deal that is ready, in order, though deals before it may be unfinished; then as
-    /// `terminateWork`.
+    /// Prints every deal that is ready, in order, though deals before it may be unfinished.
     ///
-    /// Answers how many of the numbers before `end` were not reported to their end. Waits for a
-    /// thread that prints; workers may be running.
+    /// Then forgets the others and tells every worker to stop, as `terminateWork` does. Answers how
+    /// many of the numbers before `end` were not reported to their end. Waits for a thread that
+    /// prints; workers may be running.
     unsigned long close(unsigned long end);
 
 private:

@@ -1,5 +1,4 @@
-// A handler may do little more than write: an event descriptor carries the news to the waiting
-// thread.
+// A handler may do little more than write: an event descriptor wakes the thread that waits.
 #include "app/signals.h"
 
 #include <atomic>

@@ -29,8 +29,7 @@ public:
     ///
     /// Throws std::runtime_error with Lua's message when a script cannot be loaded or run.
     /// `dealNumber` gives out the numbers of the deals; `seed` starts the random engine, which a
-    /// configuration with a seed of its own leaves unused. The configuration must outlive the
-    /// worker.
+    /// configuration with a seed of its own leaves unused. All references must outlive the worker.
     Worker(const Configuration& configuration, RandomSource::Configuration& fixedCards,
            std::atomic<unsigned long>& dealNumber, PrintQueue& printQueue, unsigned long seed);
     Worker(const Worker&) = delete;
@@ -38,8 +37,7 @@ public:
 
     /// Deals until the print queue needs no more deals.
     ///
-    /// Throws what the script or the output throws, after telling the print queue to stop all
-    /// workers.
+    /// Throws what the script or the output throws, after having the print queue stop all workers.
     void operator()();
 
     lua_State* luaState() const { return state.get(); }
@@ -96,8 +94,7 @@ private:
     SeededEngine dealEngine;
     std::atomic<unsigned long>& dealNumber;
     PrintQueue& printQueue;
-    // The hands that the script sees as N, E, S, W; they live in the Lua state, kept by its
-    // registry.
+    // The hands that the script sees as N, E, S, W: objects of Lua, which its registry keeps alive.
     CardsConfiguration* hands[playersCount] = {};
     ScriptSolver solver;
     NamedCounters counters;

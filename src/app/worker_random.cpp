@@ -1,8 +1,7 @@
 // `math.random` of a repeatable run.
 //
 // Lua's own generator is one for the whole process, so what it gives depends on how the threads
-// run. Here the numbers come from the engine of the deal in hand; `math.randomseed` has no effect
-// on it.
+// run. Here the numbers come from the engine of the deal in hand; `math.randomseed` does nothing.
 #include "app/worker.h"
 #include "dealer/random_source.h"
 

@@ -12,8 +12,7 @@ namespace trikon {
 /// The card mask of one rank character in either case, 0 for any other; '1' is no rank.
 std::uint16_t charToSuitCard(char rank);
 
-/// Reads one rank at `text` ("10" is the ten too) and moves `text` behind it; 0 and no move if
-/// none.
+/// Reads one rank at `text`, also "10", and moves `text` behind it; 0 and no move without one.
 std::uint16_t parseRankOfCard(const char*& text);
 
 /// The rank character of a one-bit mask, the ten as 'T'.

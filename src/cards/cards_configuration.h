@@ -69,8 +69,7 @@ public:
     /// The suits held, each behind its letter: "SAKQ DT C5432"; nothing for the empty set.
     std::string str_prefixed() const;
 
-    /// Stores the next word of a hand, as `std::istream >> std::string` does; false when none is
-    /// left.
+    /// Stores the next word of a hand, as `std::istream >> std::string` does; false without one.
     using TokenReader = bool (*)(std::istream& in, std::string& token);
 
     /// A token reader that stays within the current line.
@@ -89,11 +88,11 @@ public:
     ///
     /// With `prePostAllowed`: words with a suit letter in front or behind ("SAKQ HJT9", "AKQS"), up
     /// to the last word. With `dotsAllowed`: the dot form in one word. Otherwise four words, spades
-    /// first,
-    /// "-" for a void, each behind a word that marks its suit if the first word is such a marker
-    /// ("S AKQ H JT9 D 876 C 5432"). Nothing behind the last suit is read. A card of `forbidden`,
-    /// or one read twice, is an error. Throws the parser_error family; the set is then partly
-    /// written.
+    /// first, "-" for a void, each behind a word that marks its suit if the first word is such a
+    /// marker ("S AKQ H JT9 D 876 C 5432"). Nothing behind the last suit is read.
+    ///
+    /// A card of `forbidden`, or one read twice, is an error. Throws the parser_error family, and
+    /// leaves the set partly written.
     void readDealHandExt(TokenReader read, std::istream& in, CardsConfiguration forbidden,
                          bool dotsAllowed, bool prePostAllowed);
 

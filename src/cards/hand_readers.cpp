@@ -40,8 +40,8 @@ bool isSuitMarker(const std::string& token)
     return token.size() == 1 && charToSuitCard(token[0]) == 0 && token[0] != '-' && token[0] != '=';
 }
 
-// Reads suits with their letters from `token` on, until no word is left. An empty word, as an
-// empty line gives it, ends the hand.
+// Reads suits with their letters from `token` on, until no word is left. An empty word, as an empty
+// line gives it, ends the hand.
 CardsConfiguration readSuitsWithLetters(CardsConfiguration::TokenReader read, std::istream& in,
                                         std::string token, CardsConfiguration forbidden)
 {

@@ -48,8 +48,7 @@ public:
 
     /// The deal as a diagram, as the stream output prints it.
     std::string toString() const;
-    /// The deal in PBN, for example "N:AK.. ...": from `first` on clockwise, only the cards of
-    /// `mask`.
+    /// The deal in PBN ("N:AK.. ..."), from `first` on clockwise and only with the cards of `mask`.
     std::ostream& writeToPBN(std::ostream& out, PlayerNumber first, std::uint64_t mask) const;
     std::string toPBNString(PlayerNumber first, std::uint64_t mask) const;
 
@@ -75,6 +74,7 @@ public:
     /// Each holding may stand behind a word that marks its suit, as `toString` writes it with
     /// letters. With `completeLast` three hands of 13 cards give South's, and what stands in his
     /// place is left unread. With `retryFirst` words in front of North's hand are passed over.
+    ///
     /// West and East must be as long as North, else bad_suit_len; South's length is not looked at.
     std::istream& readMixedDirectionHands(std::istream& in, bool completeLast, bool retryFirst);
 

@@ -31,8 +31,7 @@ private:
     std::uint64_t counts = 0;
 };
 
-/// A card that may be played and what an analysis found for it: tricks, or 0 and 1 for lose and
-/// win.
+/// A card that may be played and what an analysis found for it: tricks, or 1 for a win, else 0.
 struct Move {
     std::uint16_t card;
     std::uint8_t suit;

@@ -38,8 +38,7 @@ OneCardInSuit randCard(CardsConfiguration set, Engine& engine, std::int8_t n);
 
 /// Deals four random hands of `k` cards (1 to 13) from the full deck.
 ///
-/// The cards of North and South are drawn together, then those of East and West, then each pair is
-/// split.
+/// The cards of North and South are drawn together, then those of East and West; both are split.
 template <class Engine>
 void rand4Hands(std::array<CardsConfiguration, playersCount>& hands, Engine& engine, std::int8_t k);
 

@@ -4,8 +4,7 @@
 // A deal then depends on nothing but these two, whichever thread makes it and whatever was drawn
 // for the deals before. The engine is SplitMix64, published by G. L. Steele, D. Lea and C. H. Flood
 // ("Fast Splittable Pseudorandom Number Generators", OOPSLA 2014): a counter that grows by a
-// constant, and a function that mixes its bits. Starting it costs some nanoseconds, which matters
-// once a deal.
+// constant, and a function that mixes its bits. Starting it for a deal takes some nanoseconds.
 #pragma once
 
 #include <cstdint>

@@ -29,8 +29,7 @@ extern std::uint64_t Newton[cardsOfDeck + 1][mostCardsChosen + 1];
 /// The index has bit 1 for the lower card, which is looked at first, and bit 0 for the upper.
 using PairBounds = std::array<std::uint64_t, 4>;
 
-/// Element `p * pairBoundsRow + k`: `k` cards are wanted of the pair and the `p` - 1 pairs above
-/// it.
+/// Element `p * pairBoundsRow + k`: `k` cards are wanted of a pair and the `p` - 1 pairs above it.
 constexpr int pairBoundsRow = mostCardsChosen + 1;
 extern PairBounds pairBounds[(mostPairs + 1) * pairBoundsRow];
 

@@ -81,8 +81,7 @@ TEST(Counter, LongFormCutsTheSumsToWholeNumbersForDeviations)
 
 TEST(Counter, SmallValuesAreNotLostBesideALargeSum)
 {
-    // Neighbouring numbers of this size differ by two, so a plain sum would stay at the first
-    // value.
+    // Neighbouring numbers of this size differ by two, so a plain sum would stay where it began.
     Counter added = counterOf({1e16});
     Counter merged = counterOf({1e16});
     Counter squares = counterOf({1e8});

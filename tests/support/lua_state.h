@@ -19,8 +19,7 @@ using LuaState = std::unique_ptr<lua_State, LuaCloser>;
 /// An empty state without libraries.
 inline LuaState newLuaState() { return LuaState(luaL_newstate()); }
 
-/// What `script` returns, each value by `tostring`, with ", " between them; "error: ..." if it
-/// fails.
+/// What `script` returns, each value by `tostring`, with ", " between; or "error: " and what it is.
 ///
 /// The script is named "test" in messages. The stack is as before.
 inline std::string run(lua_State* state, std::string_view script)
