@@ -3,11 +3,8 @@
 #
 #   options.sh PROGRAM SOURCE_ROOT
 set -uo pipefail
-program=$(realpath "$1")
-root=$(realpath "$2")
-folder=$(mktemp -d)
-trap 'rm -rf "$folder"' EXIT
-cd "$folder" || exit 1
+# shellcheck source=tests/support/own_folder.sh
+source "$(dirname "$0")/../support/own_folder.sh"
 touch one.lua two.lua part.json
 # shellcheck source=completions/tamrel.bash
 source "$root/completions/tamrel.bash"
@@ -34,7 +31,7 @@ expect() {
     [ "$found" = "$expected" ] || fail "\"$*\" offers \"$found\", not \"$expected\""
 }
 
-mapfile -t options < <(LC_ALL=C "$program" --help |
+mapfile -t options < <("$program" --help |
     sed -nE '1,/^Where/d; s/^   ((-[A-Za-z])( <[^>]*>)?,  )?(--[a-z_]+).*/\2 \4/p' |
     tr ' ' '\n' | grep -x -e '-.*')
 [ ${#options[@]} -gt 20 ] || fail "only ${#options[@]} options found in --help"

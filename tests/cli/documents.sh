@@ -13,19 +13,15 @@
 # A document with such tables must show every method of the type C.
 set -uo pipefail
 
-program=$(realpath "$1")
-root=$(realpath "$2")
 document=$(realpath "$3")
-folder=$(mktemp -d)
-trap 'rm -rf "$folder"' EXIT
-mkdir -p "$folder/bin" "$folder/run/build" "$folder/home"
-cd "$folder/run" || exit 1
+# shellcheck source=tests/support/own_folder.sh
+source "$(dirname "$0")/../support/own_folder.sh"
+mkdir build ../bin ../home
 ln -s "$program" "$folder/bin/tamrel"
 ln -s "$(dirname "$program")" build/release
 ln -s "$root/examples" examples
 
-unset LANGUAGE LANG
-export LC_ALL=C HOME="$folder/home" PATH="$folder/bin:$PATH"
+export HOME="$folder/home" PATH="$folder/bin:$PATH"
 failures=0
 
 failed() {

@@ -2,18 +2,15 @@
 # Asks the finished program for results that another solver found: every declarer and denomination of
 # whole deals, and positions in mid-play that are reached by commands.
 #
-#   solved_deals.sh PROGRAM DATA_FOLDER NUMBER
+#   solved_deals.sh PROGRAM SOURCE_ROOT NUMBER
 #
 # NUMBER is how many whole deals, and how many deals with positions, are asked for.
 set -uo pipefail
 
-program=$(realpath "$1")
-data=$(realpath "$2")
 number=$3
-folder=$(mktemp -d)
-trap 'rm -rf "$folder"' EXIT
-cd "$folder" || exit 1
-export LC_ALL=C
+# shellcheck source=tests/support/own_folder.sh
+source "$(dirname "$0")/../support/own_folder.sh"
+data=$root/tests/data
 
 # Runs script.lua on the deal "N:north east south west"; it raises an error for a wrong result.
 ask() {

@@ -9,19 +9,12 @@
 # number "nan", whatever its sign. With --update the transcript is rewritten to what happens now.
 set -uo pipefail
 
-program=$(realpath "$1")
-root=$(realpath "$2")
 transcript=$(realpath "$3")
-folder=$(mktemp -d)
-trap 'rm -rf "$folder"' EXIT
-mkdir "$folder/run"
-cd "$folder/run" || exit 1
+# shellcheck source=tests/support/own_folder.sh
+source "$(dirname "$0")/../support/own_folder.sh"
 # A path of the same length everywhere: usage texts are wrapped around it.
 ln -s "$program" ../tamrel
 ln -s "$(dirname "$program")/i18n" ../i18n
-
-unset LANGUAGE LANG
-export LC_ALL=C
 
 # --- what a transcript's commands may call ---
 
