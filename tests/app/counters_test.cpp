@@ -36,13 +36,6 @@ std::string textOf(const Printed& printed, int digits = 6)
     return text;
 }
 
-std::string shortForm(const NamedCounters& counters)
-{
-    std::ostringstream out;
-    counters.printShortly(out);
-    return out.str();
-}
-
 // 2^32 - 1 values.
 Counter fullCounter()
 {
@@ -119,33 +112,6 @@ TEST(Counter, AFullCounterRefusesAndKeepsItsValues)
     Counter one = counterOf({9});
     EXPECT_EQ(errorOf([&] { one.add(full); }), refusal);
     EXPECT_EQ(textOf(one), textOf(counterOf({9})));
-}
-
-TEST(NamedCounters, NamesPrintInByteOrderInBothForms)
-{
-    NamedCounters counters;
-    EXPECT_EQ(textOf(counters), "");
-    EXPECT_EQ(shortForm(counters), "");
-    for (const char* name : {"\xc3\xb3", "b", "a", "B"}) {
-        counters[name].add(1);
-        counters[name].add(2);
-    }
-    const std::string line = "3 / 2 = 1.5   min: 1  max: 2  sdev: 0.5 est. 0.707107\n";
-    EXPECT_EQ(textOf(counters), "B: " + line + "a: " + line + "b: " + line + "\xc3\xb3: " + line);
-    EXPECT_EQ(shortForm(counters), "B=1.5, a=1.5, b=1.5, \xc3\xb3=1.5");
-}
-
-TEST(NamedCounters, AddingMergesByNameAndCreatesMissingNames)
-{
-    NamedCounters total;
-    total["a"].add(1);
-    NamedCounters deal;
-    deal["a"].add(3);
-    deal["b"].add(5);
-    total.add(deal);
-    EXPECT_EQ(textOf(total), "a: " + textOf(counterOf({1, 3})) + "b: " + textOf(counterOf({5})));
-    EXPECT_EQ(shortForm(total), "a=2, b=5");
-    EXPECT_EQ(shortForm(deal), "a=3, b=5");
 }
 
 }  // namespace
