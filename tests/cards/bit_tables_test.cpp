@@ -31,12 +31,6 @@ TEST(BitTables, EveryEntryIsWhatALoopOverTheRanksFinds)
     }
 }
 
-TEST(BitTables, GapsBetweenTheHighestCardsAreIncluded)
-{
-    EXPECT_EQ(_highest_mask[0x1500][2], 0x1c00);
-    EXPECT_EQ(_highest_mask[0x1001][2], 0x1fff);
-}
-
 }  // namespace
 
 }  // namespace trikon

@@ -27,27 +27,6 @@ TEST(ScriptSolver, TricksAreThoseOfDeclarersSideWhoeverIsToPlay)
     EXPECT_EQ(tricks(South, "CA x CK"), std::nullopt) << "what East discards is not told";
 }
 
-TEST(ScriptSolver, CanTakeAgreesWithTricks)
-{
-    ScriptSolver solver;
-    for (int trump = Clubs; trump <= NoTrump; ++trump) {
-        for (int declarer = North; declarer <= West; ++declarer) {
-            for (const char* commands : {"", "x", "x x", "x x x x"}) {
-                const auto player = static_cast<PlayerNumber>(declarer);
-                const auto tricks =
-                    solver.tricks(deal, player, static_cast<Trump>(trump), commands);
-                for (int n = -1; n <= 5; ++n) {
-                    const auto can =
-                        solver.canTake(n, deal, player, static_cast<Trump>(trump), commands);
-                    EXPECT_EQ(can.has_value(), tricks.has_value());
-                    EXPECT_TRUE(!can || *can == (n <= *tricks))
-                        << trump << declarer << commands << n;
-                }
-            }
-        }
-    }
-}
-
 TEST(ScriptSolver, OneSolverATrumpAndOneDealServeAllQuestions)
 {
     ScriptSolver solver;
