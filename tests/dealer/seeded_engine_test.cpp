@@ -1,7 +1,5 @@
 #include "dealer/seeded_engine.h"
 
-#include "dealer/random_source.h"
-
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -50,22 +48,6 @@ TEST(SeededEngine, NeighbouringSeedsAndDealsShareNoWord)
         }
     }
     EXPECT_EQ(words.size(), 20U * 200 * 5);
-}
-
-// The deals of a seed are a promise to everybody who has noted one down.
-TEST(SeededEngine, TheDealsOfASeedNeverChange)
-{
-    const RandomSource::Configuration nothingFixed{Hands()};
-    const auto dealt = [&](std::uint64_t seed, std::uint64_t number) {
-        SeededEngine engine(seed, number);
-        Hands hands;
-        nothingFixed.deal(hands, engine);
-        return hands.toPBNString(North, fullDeck);
-    };
-    EXPECT_EQ(dealt(1, 0), "N:T3.64.AJT98.9753 Q97.AKQ83.42.642 KJ82.JT52.5.AKJT A654.97.KQ763.Q8");
-    EXPECT_EQ(dealt(1, 1), "N:8752.Q2.AQ987.73 AQT63.JT.J32.Q94 K94.4.T654.AJ865 J.AK987653.K.KT2");
-    EXPECT_EQ(dealt(18446744073709551615U, 1000000),
-              "N:KQT.K5.K876.AJ84 7642.JT843.32.53 A3.A972.QJ9.T972 J985.Q6.AT54.KQ6");
 }
 
 }  // namespace
