@@ -32,16 +32,6 @@ Numbers numbersOf(std::initializer_list<unsigned long> list)
     return numbers;
 }
 
-TEST(IntervalSet, ANumberJoinsTheIntervalsItTouches)
-{
-    EXPECT_EQ(textOf(numbersOf({5, 9, 2})), "[2 2][5 5][9 9]");
-    EXPECT_EQ(textOf(numbersOf({5, 6, 9})), "[5 6][9 9]") << "behind";
-    EXPECT_EQ(textOf(numbersOf({5, 9, 8})), "[5 5][8 9]") << "before";
-    EXPECT_EQ(textOf(numbersOf({5, 7, 6})), "[5 7]") << "between two";
-    EXPECT_EQ(textOf(numbersOf({5, 6, 7, 6, 7, 5})), "[5 7]") << "again";
-    EXPECT_EQ(textOf(numbersOf({0, 1})), "[0 1]");
-}
-
 TEST(IntervalSet, OnlyAnIntervalThatStartsAtTheNumberIsPassed)
 {
     Numbers numbers = numbersOf({5, 6, 7, 10});

@@ -43,15 +43,6 @@ TEST(UniformRank, EachRankHasEquallyManyWordsAndTheRestIsDrawnAgain)
     }
 }
 
-TEST(RandomSubset, NoCardWantedStillDrawsAWord)
-{
-    ListedWords engine({42});
-    CardsConfiguration result = readWholeHand("A...");
-    randCardsSubset(result, readWholeHand("KQJ..."), engine, 0, 3);
-    EXPECT_EQ(result, readWholeHand("A..."));
-    EXPECT_EQ(engine.wordsDrawn(), 1U);
-}
-
 TEST(RandomSubset, OneCardIsTheHighestForTheLowestWord)
 {
     const CardsConfiguration set = readWholeHand("2.A..T3");
@@ -60,17 +51,6 @@ TEST(RandomSubset, OneCardIsTheHighestForTheLowestWord)
         ListedWords engine({rank * (highestWord / 4)});
         EXPECT_EQ(randCard(set, engine, 4).str(), expected[rank]);
     }
-}
-
-TEST(RandomSubset, TwoHandsShareTheWholeSet)
-{
-    std::mt19937_64 engine(3);
-    CardsConfiguration first = fullDeck;
-    CardsConfiguration second = fullDeck;
-    const CardsConfiguration set = readWholeHand("AKQ.J.T9.8765");
-    rand2Hands(first, second, set, engine, 5);
-    EXPECT_EQ(first.count(), 5);
-    EXPECT_EQ(second, set ^ first);
 }
 
 // North and South share what the first draw takes, East and West what the second takes.
