@@ -6,8 +6,8 @@
 //
 // Two mutexes. The content mutex guards the bookkeeping and is held for some nanoseconds; the
 // output mutex belongs to the one thread that prints, which holds no content mutex while it writes.
-// The output mutex is only ever tried, never waited for, so the two cannot lock each other out: who
-// finds it taken leaves his deal to the printing thread, which looks again before it leaves.
+// Who holds the content mutex only tries the output mutex, so the two cannot lock each other out:
+// he who finds it taken leaves his deal to the printing thread, which looks again before it leaves.
 #pragma once
 
 #include "app/counters.h"

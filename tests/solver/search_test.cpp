@@ -4,7 +4,7 @@
 // sees a hundred times as many (a larger number makes it longer):
 //
 //     export TAMREL_TEST_EFFORT=10000
-//     build/release/tests/solver/solver_tests --gtest_filter='Search.*:QuickTricks.*'
+//     build/release/tests/solver/solver_tests --gtest_filter='Search.*:QuickTricks.*:SureTrumps.*'
 #include "solver/dd_solver.h"
 #include "support/endings.h"
 #include "support/playing_solver.h"
