@@ -139,6 +139,7 @@ private:
     template <int T>
     std::int8_t searchInTrick(int pos, std::int8_t target, PlayerNumber player,
                               CardsConfiguration& relevant, const Trick& trick);
+    // From here to the next lead `relevant` must be empty before.
     template <int T, int pos>
     std::int8_t searchInTrick(std::int8_t target, PlayerNumber player, CardsConfiguration& relevant,
                               const Trick& trick);
@@ -148,8 +149,16 @@ private:
     Tried tryMoves(const MoveFast* begin, const MoveFast* end, std::int8_t othersTarget,
                    PlayerNumber player, const Trick& trick);
     template <int T, int pos>
-    std::int8_t searchNext(std::int8_t target, PlayerNumber player, CardsConfiguration& relevant,
-                           Trick trick, const MoveFast& move);
+    [[gnu::noinline]] std::int8_t followOn(FollowingMoves moves, std::int8_t othersTarget,
+                                           PlayerNumber player, CardsConfiguration& relevant,
+                                           const Trick& trick);
+    template <int T, int pos>
+    [[gnu::noinline]] std::int8_t discard(std::int8_t othersTarget, PlayerNumber player,
+                                          CardsConfiguration& relevant, const Trick& trick);
+    template <int T, int pos>
+    [[gnu::always_inline]] std::int8_t playAndSearch(std::int8_t target, PlayerNumber player,
+                                                     CardsConfiguration& relevant, Trick trick,
+                                                     OneCardInSuit card);
     template <int T>
     std::int8_t searchNextTrick(std::int8_t target, PlayerNumber lastPlayer,
                                 CardsConfiguration& relevant, const Trick& trick);

@@ -25,16 +25,15 @@ struct MoveFast {
     std::uint8_t suit;
 };
 
-/// The lowest group of `cards`, a part of one hand's suit that is not empty.
+/// The lowest group of `cards`, a part of one hand's suit.
 ///
 /// `separators` are the cards of the suit that keep cards of this hand apart.
-inline std::uint16_t lowestGroup(std::uint16_t cards, std::uint16_t separators)
+constexpr std::uint16_t lowestGroup(unsigned cards, unsigned separators)
 {
-    // Up to the first separator above the lowest card, all are equal.
-    const int low = lowestCard(cards);
-    const int above = separators & -(low << 1);
-    const int end = above == 0 ? fullSuit + 1 : above & -above;
-    return static_cast<std::uint16_t>(cards & (end - 1));
+    // Added to the ranks that do not separate, the lowest card is carried up to the first that
+    // does.
+    const unsigned free = ~separators;
+    return static_cast<std::uint16_t>(cards & ((free + (cards & -cards)) ^ free));
 }
 
 /// Writes the lowest group of `cards` and takes it out of them.
@@ -94,37 +93,93 @@ inline void generateVoidOptimal(MoveFast*& out, CardsConfiguration& hand,
     generateVoid(out, hand, separators, a, b, c);
 }
 
-/// The moves of a player who can follow the led suit, as the card at `position` (1 to 3).
+/// The moves of a player who can follow the led suit, worked out one by one: in most nodes of a
+/// search the first one decides.
+///
+/// First comes the move that is asked for, if one is. Then the cheapest card that is sure to win,
+/// unless the partner wins without it. Then the others, the lowest first.
+class FollowingMoves {
+public:
+    /// The moves of `player` as the card at `position` (1 to 3).
+    template <int position>
+    static FollowingMoves of(const Situation& situation, const Deal& deal, PlayerNumber player,
+                             const Trick& trick);
+
+    /// Whether the present move is not the only one left.
+    bool hasChoice() const { return present != left; }
+    /// Makes the move whose lowest card is `card` the first one.
+    void startWith(std::uint16_t card)
+    {
+        present = lowestGroup(left & ranksFrom(card), separators);
+    }
+    /// The cards of the present move.
+    std::uint16_t group() const { return static_cast<std::uint16_t>(present); }
+    /// Goes on to the next move with a card among `candidates`; false if none is left.
+    bool next(std::uint16_t candidates);
+
+private:
+    FollowingMoves(unsigned mine, unsigned separators)
+        : left(mine), separators(separators), present(lowestGroup(mine, separators))
+    {
+    }
+
+    unsigned left;
+    unsigned separators;
+    unsigned present;
+    // The cheapest card that is sure to win, if it comes before lower ones.
+    unsigned cheapest = 0;
+};
+
+/// The same as a list.
 template <int position, int trump>
 struct InTrickMovesGenNonVoid {
-    static_assert(1 <= position && position <= 3);
     static_assert(Clubs <= trump && trump <= NoTrump);
 
     /// Writes the moves of `player` from `out` on and answers their end.
     static MoveFast* g(MoveFast* out, const Situation& situation, const Deal& deal,
                        const PlayerNumber& player, const Trick& trick);
-
-private:
-    // The ranks that a card must have to win the trick for certain. The cards still to come from
-    // the opponents are all that can beat it, unless they are void and ruff.
-    static std::uint16_t safeRanks(const Situation& situation, const Deal& deal,
-                                   PlayerNumber player, const Trick& trick);
 };
 
 // --- inline definitions ---
 
-template <int position, int trump>
-std::uint16_t InTrickMovesGenNonVoid<position, trump>::safeRanks(const Situation& situation,
-                                                                 const Deal& deal,
-                                                                 PlayerNumber player,
-                                                                 const Trick& trick)
+template <int position>
+inline FollowingMoves FollowingMoves::of(const Situation& situation, const Deal& deal,
+                                         PlayerNumber player, const Trick& trick)
 {
-    std::uint16_t ranks = ranksAbove(trick.winningCard);
-    if constexpr (position < 3) {
-        const CardsConfiguration next = situation.cards & deal[nextPlayer(player)];
-        ranks &= ranksAbove(next.suit(trick.ledSuit));
+    static_assert(1 <= position && position <= 3);
+    const std::uint8_t suit = trick.ledSuit;
+    const unsigned inPlay = situation.cards.suit(suit);
+    const unsigned mine = deal[player].suit(suit) & inPlay;
+    if (trick.winningSuit != suit) {
+        return {mine, inPlay ^ mine};
     }
-    return ranks;
+    FollowingMoves moves(mine, (inPlay ^ mine) | trick.winningCard);
+    if (moves.hasChoice()) {
+        // The cards still to come from the opponents are all that can beat a card, unless they are
+        // void and ruff.
+        unsigned toBeat = trick.winningCard;
+        if constexpr (position < 3) {
+            toBeat |= deal[nextPlayer(player)].suit(suit) & inPlay;
+        }
+        if (mine > toBeat && !partnerWillWin<position>(situation, deal, player, trick)) {
+            moves.cheapest = lowestGroup(mine & ranksAbove(static_cast<std::uint16_t>(toBeat)),
+                                         moves.separators);
+            moves.present = moves.cheapest;
+        }
+    }
+    return moves;
+}
+
+inline bool FollowingMoves::next(std::uint16_t candidates)
+{
+    do {
+        left ^= present;
+        if ((left & candidates) == 0) {
+            return false;
+        }
+        present = (left & cheapest) != 0 ? cheapest : lowestGroup(left, separators);
+    } while ((present & candidates) == 0);
+    return true;
 }
 
 template <int position, int trump>
@@ -132,22 +187,10 @@ MoveFast* InTrickMovesGenNonVoid<position, trump>::g(MoveFast* out, const Situat
                                                      const Deal& deal, const PlayerNumber& player,
                                                      const Trick& trick)
 {
-    const std::uint8_t suit = trick.ledSuit;
-    const std::uint16_t inPlay = situation.cards.suit(suit);
-    auto mine = static_cast<std::uint16_t>(deal[player].suit(suit) & inPlay);
-    auto separators = static_cast<std::uint16_t>(inPlay ^ mine);
-    if (trick.winningSuit == suit) {
-        separators |= trick.winningCard;
-        auto winning = static_cast<std::uint16_t>(mine & safeRanks(situation, deal, player, trick));
-        if (winning != 0 && !partnerWillWin<position>(situation, deal, player, trick)) {
-            // The cheapest card that wins, then the cards that leave the trick, then the rest.
-            mine ^= winning;
-            generateLowestGroup(suit, out, winning, separators);
-            generateMovesInOneSuit(suit, out, mine, separators);
-            mine = winning;
-        }
-    }
-    generateMovesInOneSuit(suit, out, mine, separators);
+    FollowingMoves moves = FollowingMoves::of<position>(situation, deal, player, trick);
+    do {
+        *out++ = {lowestCard(moves.group()), moves.group(), trick.ledSuit};
+    } while (moves.next(fullSuit));
     return out;
 }
 

@@ -106,11 +106,12 @@ template <int T>
 std::int8_t DDSolver::searchInTrick(int pos, std::int8_t target, PlayerNumber player,
                                     CardsConfiguration& relevant, const Trick& trick)
 {
-    switch (pos) {
-    case 1: return searchInTrick<T, 1>(target, player, relevant, trick);
-    case 2: return searchInTrick<T, 2>(target, player, relevant, trick);
-    default: return searchInTrick<T, 3>(target, player, relevant, trick);
-    }
+    CardsConfiguration reasons;  // a search in a trick takes what it is given for its own
+    const std::int8_t tricks = pos == 1   ? searchInTrick<T, 1>(target, player, reasons, trick)
+                               : pos == 2 ? searchInTrick<T, 2>(target, player, reasons, trick)
+                                          : searchInTrick<T, 3>(target, player, reasons, trick);
+    relevant |= reasons;
+    return tricks;
 }
 
 // --- the search ---
@@ -203,31 +204,86 @@ std::int8_t DDSolver::searchInTrick(std::int8_t target, PlayerNumber player,
         }
     }
 
-    // Step 2. Generate the moves, the likely ones first.
-    std::array<MoveFast, cardsOfHand> moves;
-    MoveFast* const end = generateInTrick<T, pos>(moves.data(), player, trick);
+    // Step 2. Whoever is void may play any card.
+    const auto tricksLeft = static_cast<std::int8_t>((situation.cardsCount + 3) / 4);
+    const auto othersTarget = static_cast<std::int8_t>(tricksLeft - target + 1);
+    const CardsConfiguration mine = situation.cards & (*deal)[player];
+    if (mine.suit(trick.ledSuit) == 0) {
+        return static_cast<std::int8_t>(tricksLeft -
+                                        discard<T, pos>(othersTarget, player, relevant, trick));
+    }
 
-    // Step 3. The card that last worked in the same choice comes first.
-    const bool hasChoice = pos < 3 && end - moves.data() > 1 && moves[0].suit == trick.ledSuit &&
-                           trick.winningSuit == trick.ledSuit;
+    // Step 3. Others follow suit, first with what last worked in the same choice.
+    FollowingMoves moves = FollowingMoves::of<pos>(situation, *deal, player, trick);
     std::uint32_t choice = 0;
-    if (hasChoice) {
+    if (pos < 3 && moves.hasChoice() && trick.winningSuit == trick.ledSuit) {
         choice = ReplyMemory::choice(pos, player, situation.cards.suit(trick.ledSuit), trick);
         const std::uint16_t best = replies.card(choice);
-        if ((best & ~moves[0].equivalents) != 0) {  // known and not first already
-            moveToFront(moves.data(), end, {trick.ledSuit, best});
+        if (best != 0) {
+            moves.startWith(best);
         }
     }
 
-    // Step 4. Try them until the other side falls short.
-    const auto tricksLeft = static_cast<std::int8_t>((situation.cardsCount + 3) / 4);
-    const auto othersTarget = static_cast<std::int8_t>(tricksLeft - target + 1);
-    const Tried tried = tryMoves<T, pos>(moves.data(), end, othersTarget, player, trick);
-    if (hasChoice && tried.winner != nullptr) {
-        replies.remember(choice, tried.winner->card);
+    // Step 4. Try it, and the others only if it fails.
+    const std::uint16_t card = lowestCard(moves.group());
+    std::int8_t others =
+        playAndSearch<T, pos>(othersTarget, player, relevant, trick, {trick.ledSuit, card});
+    if (others >= othersTarget) {
+        others = std::min(others, followOn<T, pos>(moves, othersTarget, player, relevant, trick));
+    } else if (choice != 0) {
+        replies.remember(choice, card);
     }
-    relevant |= tried.relevant;
-    return static_cast<std::int8_t>(tricksLeft - tried.othersTricks);
+    return static_cast<std::int8_t>(tricksLeft - others);
+}
+
+// Goes on with the other cards of the suit led when the first one has failed and left its relevance
+// in `relevant`. Each is only worked out when those before it have failed.
+template <int T, int pos>
+std::int8_t DDSolver::followOn(FollowingMoves moves, std::int8_t othersTarget, PlayerNumber player,
+                               CardsConfiguration& relevant, const Trick& trick)
+{
+    const std::uint8_t suit = trick.ledSuit;
+    const bool isChoice = pos < 3 && moves.hasChoice() && trick.winningSuit == suit;
+    std::uint16_t candidates = fullSuit;
+    std::int8_t fewest = tricksOfDeal;
+    CardsConfiguration reasons = relevant;
+    relevant = {};
+    for (;;) {
+        const std::uint16_t failed = lowestCard(moves.group());
+        coverWholeGroup(reasons, {failed, moves.group(), suit});
+        relevant |= reasons;
+        if ((reasons.suit(suit) & failed) == 0) {
+            candidates &= reasons.suit(suit);
+        }
+        if (!moves.next(candidates)) {
+            return fewest;
+        }
+        const std::uint16_t card = lowestCard(moves.group());
+        reasons = {};
+        const std::int8_t others =
+            playAndSearch<T, pos>(othersTarget, player, reasons, trick, {suit, card});
+        if (others < othersTarget) {
+            if (isChoice) {
+                const std::uint16_t inPlay = situation.cards.suit(suit);
+                replies.remember(ReplyMemory::choice(pos, player, inPlay, trick), card);
+            }
+            relevant = reasons;
+            return others;
+        }
+        fewest = std::min(fewest, others);
+    }
+}
+
+// Tries the cards of a hand that is void in the suit led.
+template <int T, int pos>
+std::int8_t DDSolver::discard(std::int8_t othersTarget, PlayerNumber player,
+                              CardsConfiguration& relevant, const Trick& trick)
+{
+    std::array<MoveFast, cardsOfHand> moves;
+    MoveFast* const end = generateInTrick<T, pos>(moves.data(), player, trick);
+    const Tried tried = tryMoves<T, pos>(moves.data(), end, othersTarget, player, trick);
+    relevant = tried.relevant;
+    return tried.othersTricks;
 }
 
 // The tricks that `player`, second to play at no trump, and his partner can run; relevance is added
@@ -262,11 +318,8 @@ DDSolver::Tried DDSolver::tryMoves(const MoveFast* begin, const MoveFast* end,
             continue;
         }
         CardsConfiguration relevant;
-        std::int8_t others;
-        {
-            const CardOnTable played(situation, player, {move->suit, move->card});
-            others = searchNext<T, pos>(othersTarget, player, relevant, trick, *move);
-        }
+        const std::int8_t others =
+            playAndSearch<T, pos>(othersTarget, player, relevant, trick, {move->suit, move->card});
         if (others < othersTarget) {
             return {move, others, relevant};
         }
@@ -282,16 +335,18 @@ DDSolver::Tried DDSolver::tryMoves(const MoveFast* begin, const MoveFast* end,
     return failed;
 }
 
-// The other side's result against `target` once the player at `pos` has played `move`.
+// The other side's result against `target` once the player at `pos` has played `card`.
 template <int T, int pos>
-std::int8_t DDSolver::searchNext(std::int8_t target, PlayerNumber player,
-                                 CardsConfiguration& relevant, Trick trick, const MoveFast& move)
+inline std::int8_t DDSolver::playAndSearch(std::int8_t target, PlayerNumber player,
+                                           CardsConfiguration& relevant, Trick trick,
+                                           OneCardInSuit card)
 {
+    const CardOnTable played(situation, player, card);
     if constexpr (pos == 0) {
         return searchInTrick<T, 1>(target, nextPlayer(player), relevant,
-                                   Trick(move.suit, move.card));
+                                   Trick(card.suit, card.card));
     } else {
-        trick.add(static_cast<Trump>(T), move.suit, move.card);
+        trick.add(static_cast<Trump>(T), card.suit, card.card);
         if constexpr (pos < 3) {
             return searchInTrick<T, pos + 1>(target, nextPlayer(player), relevant, trick);
         } else {
@@ -324,9 +379,6 @@ template <int T, int pos>
 MoveFast* DDSolver::generateInTrick(MoveFast* out, PlayerNumber player, const Trick& trick) const
 {
     CardsConfiguration mine = situation.cards & (*deal)[player];
-    if (mine.suit(trick.ledSuit) != 0) {
-        return InTrickMovesGenNonVoid<pos, T>::g(out, situation, *deal, player, trick);
-    }
     CardsConfiguration separators = situation.cards ^ mine;
     if (trick.winningSuit != trick.ledSuit) {
         // A trump above the one that has ruffed is not the same as one below it.
