@@ -2,9 +2,10 @@
 //
 // A search plays the same few suits over and over in every order. Whatever depends on one suit and
 // on which of its cards are still in play is therefore worked out once, and a node of the search
-// only reads it. What the subsets are called and which cards can fall is known for all of them from
-// the start (`suit_analysis.cpp`). What a side can cash takes more work and is asked for about one
-// subset in twelve, so it is played out when it is first asked for (`suit_play_out.cpp`).
+// only reads it. What the subsets are called, which cards can fall and which trumps nobody can beat
+// is known for all of them from the start (`suit_analysis.cpp`). What a side can cash takes more
+// work and is asked for about one subset in twelve, so it is played out when it is first asked for
+// (`suit_play_out.cpp`).
 //
 // Most subsets of a suit are the same to the game: it does not matter which ranks are left, only
 // which hands hold them from the highest down. So each subset is given the number of its order of

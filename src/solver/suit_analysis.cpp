@@ -29,26 +29,30 @@ public:
     void analyse();
 
 private:
-    // A hand's cards as trumps: how many cannot be beaten, the lowest of them by its place in the
-    // order, and the opponents' cards that may still beat a lower one.
-    struct Trumps {
+    // A hand's cards: their number and strength, and as trumps how many cannot be beaten, the
+    // lowest of these by its place in the order, and the opponents' cards that may still beat a
+    // lower one.
+    struct Holding {
+        std::uint8_t count;
         std::uint8_t sure;
         std::uint8_t lowest;
         std::uint8_t toBeat;
+        std::int16_t strength;
     };
     // An order of holders: the name of its subsets, and the names with one card more below, by the
     // hand of that card (invalid where the hand has none left).
     struct Order {
         Deal::Subset name;
         std::array<Deal::Subset, playersCount> longer;
-        std::array<Trumps, playersCount> trumps;
+        std::array<Holding, playersCount> holdings;
+        std::array<std::uint8_t, 2> tops;  // of each side: its highest cards above all others
     };
 
     void listOrders();
     void addOrder(std::size_t shorter, unsigned player, std::uint16_t card);
-    void countTrumps(const Order& shorter, unsigned player, Order& added);
+    static void addCard(Order& order, unsigned player, std::uint16_t card);
+    static SureTrumps sureTrumps(const Order& order, unsigned side);
     void weighLeads(const Order& order);
-    SureTrumps sureTrumps(const Order& order, unsigned side) const;
     void nameSubsets();
     void clearRecords();
 
@@ -100,8 +104,12 @@ void SuitAnalysis::addOrder(std::size_t shorter, unsigned player, std::uint16_t 
     const std::uint16_t suit = orders[shorter].name.chain;
     const auto added = static_cast<std::uint16_t>(orders.size());
     orders[shorter].longer[player] = {static_cast<std::uint16_t>(suit | card), added};
-    orders.push_back({orders[shorter].longer[player], {}, {}});
-    countTrumps(orders[shorter], player, orders[added]);
+    orders.push_back(
+        {orders[shorter].longer[player], {}, orders[shorter].holdings, orders[shorter].tops});
+    addCard(orders[added], player, card);
+    for (unsigned side = 0; side < 2; ++side) {
+        deal.trumps[suitNumber][added][side] = sureTrumps(orders[added], side);
+    }
     weighLeads(orders[added]);
     const std::uint16_t* const shorterTops = deal.tops[suitNumber][shorter];
     std::uint16_t* const tops = deal.tops[suitNumber][added];
@@ -119,65 +127,61 @@ void SuitAnalysis::addOrder(std::size_t shorter, unsigned player, std::uint16_t 
     }
 }
 
-// Each trump is played to a trick of its own, and an opponent's higher trump can beat but one of
-// them. The higher trumps of both opponents and the hand's own are paired from the highest down;
-// what finds no opponent wins. `player` holds the lowest card added.
-void SuitAnalysis::countTrumps(const Order& shorter, unsigned player, Order& added)
+// The lowest card of all, in the hand of `player`. As trumps, each is played to a trick of its own,
+// and an opponent's higher one can beat but one of them. The higher trumps of both opponents and
+// the hand's own are paired from the highest down; what finds no opponent wins.
+void SuitAnalysis::addCard(Order& order, unsigned player, std::uint16_t card)
 {
-    const int cards = _count_bits13[added.name.chain];
-    added.trumps = shorter.trumps;
-    Trumps& own = added.trumps[player];
+    Holding& own = order.holdings[player];
+    Holding& left = order.holdings[(player + 1) & 3];
+    Holding& right = order.holdings[(player + 3) & 3];
+    ++own.count;
+    own.strength = static_cast<std::int16_t>(own.strength + strength_with_count[card]);
     if (own.toBeat != 0) {
         --own.toBeat;
     } else {
         ++own.sure;
-        own.lowest = static_cast<std::uint8_t>(cards);
+        own.lowest = static_cast<std::uint8_t>(own.count + order.holdings[player ^ 2].count +
+                                               left.count + right.count);
     }
-    ++added.trumps[(player + 1) & 3].toBeat;
-    ++added.trumps[(player + 3) & 3].toBeat;
-    for (unsigned side = 0; side < 2; ++side) {
-        deal.trumps[suitNumber][added.name.order][side] = sureTrumps(added, side);
+    ++left.toBeat;
+    ++right.toBeat;
+    if (left.count + right.count == 0) {
+        ++order.tops[player & 1];
     }
 }
 
-// The better of the two hands, or the top trumps of both. Of these two may have to fall together
-// where each hand has nothing else left: hence no more than the longer hand has, which can spare a
-// low trump under each top of the partner.
-SureTrumps SuitAnalysis::sureTrumps(const Order& order, unsigned side) const
+// The better of the two hands, which depends on less if they are equal, or the top trumps of both.
+// Of these two may have to fall together where each hand has nothing else left: hence no more than
+// the longer hand has, which can spare a low trump under each top of the partner.
+SureTrumps SuitAnalysis::sureTrumps(const Order& order, unsigned side)
 {
-    const std::uint16_t suit = order.name.chain;
-    const auto own = static_cast<std::uint16_t>(suit & deal.sides[side].suit(suitNumber));
-    const auto others = static_cast<std::uint16_t>(suit ^ own);
-    const int first = _count_bits13[own & dealt[side]];
-    const int longer = std::max<int>(first, _count_bits13[own] - first);
-    if (others == 0) {
-        return {static_cast<std::uint8_t>(longer), 0};
+    const Holding& first = order.holdings[side];
+    const Holding& second = order.holdings[side + 2];
+    const std::uint8_t longer = std::max(first.count, second.count);
+    if (order.holdings[side ^ 1].count + order.holdings[side ^ 3].count == 0) {
+        return {longer, 0};
     }
-    const int tops = std::min<int>(_count_bits13[own & ranksAbove(others)], longer);
-    SureTrumps best{static_cast<std::uint8_t>(tops), static_cast<std::uint8_t>(tops)};
-    for (const Trumps& hand : {order.trumps[side], order.trumps[side + 2]}) {
-        if (hand.sure > best.tricks) {
-            best = {hand.sure, hand.lowest};
-        }
-    }
-    return best;
+    const std::uint8_t tops = std::min(order.tops[side], longer);
+    const bool secondIsBetter =
+        second.sure > first.sure || (second.sure == first.sure && second.lowest < first.lowest);
+    const Holding& better = secondIsBetter ? second : first;
+    return better.sure > tops ? SureTrumps{better.sure, better.lowest} : SureTrumps{tops, tops};
 }
 
 // A suit is good to lead where one's own side outweighs the opponent who plays after each of its
 // hands.
 void SuitAnalysis::weighLeads(const Order& order)
 {
-    std::array<int, playersCount> own;
-    std::array<int, playersCount> opponents;
-    for (unsigned player = 0; player < playersCount; ++player) {
-        const unsigned held = order.name.chain & dealt[player];
-        own[player] = strength_with_count[held];
-        opponents[player] = strength_oponent[held];
-    }
+    const auto own = [&](unsigned player) { return order.holdings[player & 3].strength; };
+    const auto opponents = [&](unsigned player) {
+        const Holding& holding = order.holdings[player & 3];
+        return holding.count != 0 ? int{holding.strength} : strength_oponent[0];
+    };
     for (unsigned player = 0; player < playersCount; ++player) {
         deal.leadWeights[suitNumber][order.name.order][player] =
-            static_cast<std::int16_t>(5 * (own[player ^ 2] - opponents[(player + 3) & 3]) +
-                                      4 * (own[player] - opponents[(player + 1) & 3]));
+            static_cast<std::int16_t>(5 * (own(player + 2) - opponents(player + 3)) +
+                                      4 * (own(player) - opponents(player + 1)));
     }
 }
 
