@@ -145,25 +145,27 @@ private:
                               const Trick& trick);
     std::int8_t cashAfterLead(std::int8_t target, PlayerNumber player, CardsConfiguration& relevant,
                               const Trick& trick) const;
-    template <int T, int pos>
-    Tried tryMoves(const MoveFast* begin, const MoveFast* end, std::int8_t othersTarget,
-                   PlayerNumber player, const Trick& trick);
-    template <int T, int pos>
-    [[gnu::noinline]] std::int8_t followOn(FollowingMoves moves, std::int8_t othersTarget,
-                                           PlayerNumber player, CardsConfiguration& relevant,
-                                           const Trick& trick);
+    template <int T>
+    Tried tryLeads(const MoveFast* begin, const MoveFast* end, std::int8_t othersTarget,
+                   PlayerNumber player);
     template <int T, int pos>
     [[gnu::noinline]] std::int8_t discard(std::int8_t othersTarget, PlayerNumber player,
                                           CardsConfiguration& relevant, const Trick& trick);
     template <int T, int pos>
+    [[gnu::noinline]] std::int8_t followOn(FollowingMoves& moves, std::int8_t othersTarget,
+                                           PlayerNumber player, CardsConfiguration& relevant,
+                                           const Trick& trick);
+    template <int T, int pos, class Moves>
+    [[gnu::always_inline]] std::int8_t tryMoves(Moves& moves, std::int8_t othersTarget,
+                                                PlayerNumber player, CardsConfiguration& relevant,
+                                                const Trick& trick);
+    template <int T, int pos>
     [[gnu::always_inline]] std::int8_t playAndSearch(std::int8_t target, PlayerNumber player,
                                                      CardsConfiguration& relevant, Trick trick,
-                                                     OneCardInSuit card);
+                                                     const MoveFast& move);
     template <int T>
     std::int8_t searchNextTrick(std::int8_t target, PlayerNumber lastPlayer,
                                 CardsConfiguration& relevant, const Trick& trick);
-    template <int T, int pos>
-    MoveFast* generateInTrick(MoveFast* out, PlayerNumber player, const Trick& trick) const;
     MoveFast* generateLeads(MoveFast* out, PlayerNumber player, OneCardInSuit bestMove) const;
     MoveFast* generateLeadsOfSuit(MoveFast* out, PlayerNumber player, std::uint8_t suit) const;
 

@@ -34,12 +34,11 @@ template <int pos>
 bool partnerWillWin(const Situation& situation, const Deal& deal, PlayerNumber player,
                     const Trick& trick);
 
-/// How early the moves of one suit come when `player` cannot follow the led suit as card `pos`.
-///
-/// The longest suit can spare a card. Ruffs come first while the partner is not sure to win.
+/// What the trumps of `player`, who cannot follow the led suit as card `pos`, weigh beside the
+/// lengths of the suits: a ruff comes first if it can win and the partner is not sure to.
 template <int trump, int pos>
-int voidWeight(const Situation& situation, const Deal& deal, PlayerNumber player,
-               const Trick& trick, int suitNumber);
+int ruffWeight(const Situation& situation, const Deal& deal, PlayerNumber player,
+               const Trick& trick);
 
 // --- inline definitions ---
 
@@ -75,16 +74,16 @@ bool partnerWillWin(const Situation& situation, const Deal& deal, PlayerNumber p
 }
 
 template <int trump, int pos>
-int voidWeight(const Situation& situation, const Deal& deal, PlayerNumber player,
-               const Trick& trick, int suitNumber)
+inline int ruffWeight(const Situation& situation, const Deal& deal, PlayerNumber player,
+                      const Trick& trick)
 {
-    const CardsConfiguration mine = situation.cards & deal[player];
-    int weight = mine.countInSuit(suitNumber);
-    if (suitNumber == trump && weight != 0) {
-        const bool canWin = trick.winningSuit != trump || mine.suit(suitNumber) > trick.winningCard;
-        weight += canWin && !partnerWillWin<pos>(situation, deal, player, trick) ? 100 : 0;
+    if constexpr (trump == NoTrump) {
+        return 0;
+    } else {
+        const unsigned trumps = CardsConfiguration(situation.cards & deal[player]).suit(trump);
+        const unsigned toBeat = trick.winningSuit == trump ? trick.winningCard : 0;
+        return trumps > toBeat && !partnerWillWin<pos>(situation, deal, player, trick) ? 100 : 0;
     }
-    return weight;
 }
 
 }  // namespace trikon

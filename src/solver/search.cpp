@@ -43,19 +43,6 @@ void coverWholeGroup(CardsConfiguration& relevant, const MoveFast& move)
     }
 }
 
-// Writes the cheapest trump that beats the one that has ruffed, and takes it out of the hand.
-void generateOverRuff(MoveFast*& out, CardsConfiguration& hand, CardsConfiguration separators,
-                      const Trick& trick)
-{
-    const std::uint8_t trump = trick.winningSuit;
-    auto higher = static_cast<std::uint16_t>(hand.suit(trump) & ranksAbove(trick.winningCard));
-    if (higher != 0) {
-        const MoveFast* const overRuff = out;
-        generateLowestGroup(trump, out, higher, separators.suit(trump));
-        hand ^= onlySuit(trump, overRuff->equivalents);
-    }
-}
-
 // Brings the move that plays `card`, if there is one, to the front; the others keep their order.
 void moveToFront(MoveFast* begin, MoveFast* end, OneCardInSuit card)
 {
@@ -170,7 +157,7 @@ std::int8_t DDSolver::searchStartTrick(std::int8_t target, PlayerNumber player,
 
     // Step 6. Try the leads until the other side falls short.
     const auto othersTarget = static_cast<std::int8_t>(tricksLeft - target + 1);
-    const Tried tried = tryMoves<T, 0>(leads.data(), end, othersTarget, player, Trick());
+    const Tried tried = tryLeads<T>(leads.data(), end, othersTarget, player);
     const auto bound = static_cast<std::int8_t>(tricksLeft - tried.othersTricks);
 
     // Step 7. Remember the answer and what brought it about.
@@ -225,53 +212,29 @@ std::int8_t DDSolver::searchInTrick(std::int8_t target, PlayerNumber player,
     }
 
     // Step 4. Try it, and the others only if it fails.
-    const std::uint16_t card = lowestCard(moves.group());
-    std::int8_t others =
-        playAndSearch<T, pos>(othersTarget, player, relevant, trick, {trick.ledSuit, card});
+    MoveFast move = moves.present();
+    std::int8_t others = playAndSearch<T, pos>(othersTarget, player, relevant, trick, move);
     if (others >= othersTarget) {
-        others = std::min(others, followOn<T, pos>(moves, othersTarget, player, relevant, trick));
-    } else if (choice != 0) {
-        replies.remember(choice, card);
+        coverWholeGroup(relevant, move);
+        if (moves.nextAfter(relevant)) {
+            FollowingMoves further = moves;
+            others =
+                std::min(others, followOn<T, pos>(further, othersTarget, player, relevant, trick));
+            move = further.present();
+        }
+    }
+    if (choice != 0 && others < othersTarget) {
+        replies.remember(choice, move.card);
     }
     return static_cast<std::int8_t>(tricksLeft - others);
 }
 
-// Goes on with the other cards of the suit led when the first one has failed and left its relevance
-// in `relevant`. Each is only worked out when those before it have failed.
+// Tries the other cards of the suit led when the first one has failed.
 template <int T, int pos>
-std::int8_t DDSolver::followOn(FollowingMoves moves, std::int8_t othersTarget, PlayerNumber player,
+std::int8_t DDSolver::followOn(FollowingMoves& moves, std::int8_t othersTarget, PlayerNumber player,
                                CardsConfiguration& relevant, const Trick& trick)
 {
-    const std::uint8_t suit = trick.ledSuit;
-    const bool isChoice = pos < 3 && moves.hasChoice() && trick.winningSuit == suit;
-    std::uint16_t candidates = fullSuit;
-    std::int8_t fewest = tricksOfDeal;
-    CardsConfiguration reasons = relevant;
-    relevant = {};
-    for (;;) {
-        const std::uint16_t failed = lowestCard(moves.group());
-        coverWholeGroup(reasons, {failed, moves.group(), suit});
-        relevant |= reasons;
-        if ((reasons.suit(suit) & failed) == 0) {
-            candidates &= reasons.suit(suit);
-        }
-        if (!moves.next(candidates)) {
-            return fewest;
-        }
-        const std::uint16_t card = lowestCard(moves.group());
-        reasons = {};
-        const std::int8_t others =
-            playAndSearch<T, pos>(othersTarget, player, reasons, trick, {suit, card});
-        if (others < othersTarget) {
-            if (isChoice) {
-                const std::uint16_t inPlay = situation.cards.suit(suit);
-                replies.remember(ReplyMemory::choice(pos, player, inPlay, trick), card);
-            }
-            relevant = reasons;
-            return others;
-        }
-        fewest = std::min(fewest, others);
-    }
+    return tryMoves<T, pos>(moves, othersTarget, player, relevant, trick);
 }
 
 // Tries the cards of a hand that is void in the suit led.
@@ -279,11 +242,32 @@ template <int T, int pos>
 std::int8_t DDSolver::discard(std::int8_t othersTarget, PlayerNumber player,
                               CardsConfiguration& relevant, const Trick& trick)
 {
-    std::array<MoveFast, cardsOfHand> moves;
-    MoveFast* const end = generateInTrick<T, pos>(moves.data(), player, trick);
-    const Tried tried = tryMoves<T, pos>(moves.data(), end, othersTarget, player, trick);
-    relevant = tried.relevant;
-    return tried.othersTricks;
+    VoidMoves moves = VoidMoves::of<pos, T>(situation, *deal, player, trick);
+    return tryMoves<T, pos>(moves, othersTarget, player, relevant, trick);
+}
+
+// Plays the present move and those after it until the other side falls short. `relevant` is what
+// moves before it have failed for, to which the reasons of further failures are added.
+template <int T, int pos, class Moves>
+inline std::int8_t DDSolver::tryMoves(Moves& moves, std::int8_t othersTarget, PlayerNumber player,
+                                      CardsConfiguration& relevant, const Trick& trick)
+{
+    std::int8_t fewest = tricksOfDeal;
+    CardsConfiguration reasons;
+    do {
+        reasons = {};
+        const MoveFast move = moves.present();
+        const std::int8_t others =
+            playAndSearch<T, pos>(othersTarget, player, reasons, trick, move);
+        if (others < othersTarget) {
+            relevant = reasons;
+            return others;
+        }
+        fewest = std::min(fewest, others);
+        coverWholeGroup(reasons, move);
+        relevant |= reasons;
+    } while (moves.nextAfter(reasons));
+    return fewest;
 }
 
 // The tricks that `player`, second to play at no trump, and his partner can run; relevance is added
@@ -305,11 +289,10 @@ std::int8_t DDSolver::cashAfterLead(std::int8_t target, PlayerNumber player,
 
 // --- what both have in common ---
 
-// Plays the moves one by one and asks whether the other side then reaches its target.
-template <int T, int pos>
-DDSolver::Tried DDSolver::tryMoves(const MoveFast* begin, const MoveFast* end,
-                                   std::int8_t othersTarget, PlayerNumber player,
-                                   const Trick& trick)
+// Plays the leads one by one and asks whether the other side then reaches its target.
+template <int T>
+DDSolver::Tried DDSolver::tryLeads(const MoveFast* begin, const MoveFast* end,
+                                   std::int8_t othersTarget, PlayerNumber player)
 {
     Tried failed{nullptr, tricksOfDeal, {}};
     CardsConfiguration candidates = fullDeck;
@@ -319,7 +302,7 @@ DDSolver::Tried DDSolver::tryMoves(const MoveFast* begin, const MoveFast* end,
         }
         CardsConfiguration relevant;
         const std::int8_t others =
-            playAndSearch<T, pos>(othersTarget, player, relevant, trick, {move->suit, move->card});
+            playAndSearch<T, 0>(othersTarget, player, relevant, Trick(), *move);
         if (others < othersTarget) {
             return {move, others, relevant};
         }
@@ -335,18 +318,18 @@ DDSolver::Tried DDSolver::tryMoves(const MoveFast* begin, const MoveFast* end,
     return failed;
 }
 
-// The other side's result against `target` once the player at `pos` has played `card`.
+// The other side's result against `target` once the player at `pos` has played the move.
 template <int T, int pos>
 inline std::int8_t DDSolver::playAndSearch(std::int8_t target, PlayerNumber player,
                                            CardsConfiguration& relevant, Trick trick,
-                                           OneCardInSuit card)
+                                           const MoveFast& move)
 {
-    const CardOnTable played(situation, player, card);
+    const CardOnTable played(situation, player, {move.suit, move.card});
     if constexpr (pos == 0) {
         return searchInTrick<T, 1>(target, nextPlayer(player), relevant,
-                                   Trick(card.suit, card.card));
+                                   Trick(move.suit, move.card));
     } else {
-        trick.add(static_cast<Trump>(T), card.suit, card.card);
+        trick.add(static_cast<Trump>(T), move.suit, move.card);
         if constexpr (pos < 3) {
             return searchInTrick<T, pos + 1>(target, nextPlayer(player), relevant, trick);
         } else {
@@ -374,29 +357,6 @@ std::int8_t DDSolver::searchNextTrick(std::int8_t target, PlayerNumber lastPlaye
 }
 
 // --- the moves to try ---
-
-template <int T, int pos>
-MoveFast* DDSolver::generateInTrick(MoveFast* out, PlayerNumber player, const Trick& trick) const
-{
-    CardsConfiguration mine = situation.cards & (*deal)[player];
-    CardsConfiguration separators = situation.cards ^ mine;
-    if (trick.winningSuit != trick.ledSuit) {
-        // A trump above the one that has ruffed is not the same as one below it.
-        separators.add({trick.winningSuit, trick.winningCard});
-        if (!partnerIsWinning(*deal, player, trick)) {
-            generateOverRuff(out, mine, separators, trick);
-        }
-    }
-    std::array<std::uint8_t, 3> suits;
-    std::array<int, 3> weights;
-    for (unsigned place = 0; place < 3; ++place) {
-        suits[place] = static_cast<std::uint8_t>((trick.ledSuit + place + 1) & 3);
-        weights[place] = voidWeight<T, pos>(situation, *deal, player, trick, suits[place]);
-    }
-    generateVoidOptimal(out, mine, separators, suits[0], suits[1], suits[2], weights[0], weights[1],
-                        weights[2]);
-    return out;
-}
 
 MoveFast* DDSolver::generateLeads(MoveFast* out, PlayerNumber player, OneCardInSuit bestMove) const
 {
