@@ -33,6 +33,12 @@ constexpr int rememberedSuitWeight = 250;
 // More tricks than there can be, for a minimum.
 constexpr int tricksOfDeal = 13;
 
+// The tricks left, one on the table included. Without a sign the division is a shift.
+std::int8_t tricksOf(const Situation& situation)
+{
+    return static_cast<std::int8_t>((static_cast<unsigned>(situation.cardsCount) + 3) / 4);
+}
+
 // Widens the relevance of a failed move. Only the lowest card of its group was tried; the others
 // fail alike as long as none of them is told from it.
 void coverWholeGroup(CardsConfiguration& relevant, const MoveFast& move)
@@ -192,7 +198,7 @@ std::int8_t DDSolver::searchInTrick(std::int8_t target, PlayerNumber player,
     }
 
     // Step 2. Whoever is void may play any card.
-    const auto tricksLeft = static_cast<std::int8_t>((situation.cardsCount + 3) / 4);
+    const std::int8_t tricksLeft = tricksOf(situation);
     const auto othersTarget = static_cast<std::int8_t>(tricksLeft - target + 1);
     const CardsConfiguration mine = situation.cards & (*deal)[player];
     if (mine.suit(trick.ledSuit) == 0) {
@@ -277,7 +283,7 @@ std::int8_t DDSolver::cashAfterLead(std::int8_t target, PlayerNumber player,
 {
     CardsConfiguration inPlay = situation.cards;
     inPlay.add({trick.ledSuit, trick.winningCard});
-    const auto tricksLeft = static_cast<std::int8_t>((situation.cardsCount + 3) / 4);
+    const std::int8_t tricksLeft = tricksOf(situation);
     QuickTricks<NoTrump> quickTricks;
     const auto sure = static_cast<std::int8_t>(
         quickTricks.afterLead(player, *deal, inPlay, trick.ledSuit, tricksLeft));
@@ -351,7 +357,7 @@ std::int8_t DDSolver::searchNextTrick(std::int8_t target, PlayerNumber lastPlaye
         const auto further = static_cast<std::int8_t>(target - 1);
         return static_cast<std::int8_t>(1 + searchStartTrick<T>(further, leader, relevant));
     }
-    const int tricksLeft = situation.cardsCount / 4;
+    const std::int8_t tricksLeft = tricksOf(situation);
     const auto ownTarget = static_cast<std::int8_t>(tricksLeft - target + 1);
     return static_cast<std::int8_t>(tricksLeft - searchStartTrick<T>(ownTarget, leader, relevant));
 }
