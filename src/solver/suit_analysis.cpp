@@ -113,7 +113,7 @@ void SuitAnalysis::addOrder(std::size_t shorter, unsigned player, std::uint16_t 
     weighLeads(orders[added]);
     const std::uint16_t* const shorterTops = deal.tops[suitNumber][shorter];
     std::uint16_t* const tops = deal.tops[suitNumber][added];
-    const int held = _count_bits13[suit & dealt[player]];
+    const std::int8_t held = _count_bits13[suit & dealt[player]];
     std::fill_n(tops, ranksOfSuit, added);
     for (int rounds = 0; rounds < ranksOfSuit; ++rounds) {
         const std::uint16_t top = shorterTops[rounds];

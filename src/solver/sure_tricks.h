@@ -78,7 +78,7 @@ void QuickTricks<T>::start(int player, const Deal& deal, const CardsConfiguratio
     this->inPlay = inPlay;
     onLead = player;
     tricks = 0;
-    roundsLeft = rounds;
+    roundsLeft = static_cast<std::uint8_t>(rounds);
 }
 
 template <int T>

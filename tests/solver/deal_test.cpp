@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <map>
 #include <memory>
 #include <string>
@@ -88,7 +89,7 @@ std::string tablesOf(const Deal& deal, int suitNumber, std::uint16_t suit)
 // The tables of all subsets, asked for from the least up, or else from the whole suit down.
 std::vector<std::string> tablesOf(const Deal& deal, bool fromTheLeast)
 {
-    std::vector<std::string> tables(suitsCount * holdingsOfSuit);
+    std::vector<std::string> tables(std::size_t{suitsCount} * holdingsOfSuit);
     for (unsigned count = 0; count < tables.size(); ++count) {
         const unsigned place =
             fromTheLeast ? count : static_cast<unsigned>(tables.size()) - 1 - count;

@@ -39,7 +39,7 @@ TEST(ReplyMemory, KeepsChoicesApartThatDifferInOneThing)
     unsigned count = 1;
     for (const int position : {1, 2}) {
         for (const PlayerNumber player : {North, East, South, West}) {
-            for (const std::uint8_t suit : {Clubs, Diamonds, Hearts, Spades}) {
+            for (std::uint8_t suit = Clubs; suit <= Spades; ++suit) {
                 for (const std::uint16_t toBeat : {deuce, ten, ace}) {
                     for (const std::uint16_t inPlay : {deuce, ten, fullSuit}) {
                         choices.insert(
