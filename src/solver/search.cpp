@@ -392,7 +392,7 @@ MoveFast* DDSolver::generateLeads(MoveFast* out, PlayerNumber player, OneCardInS
 }
 
 // The group that last succeeded with these cards in play, then the highest one, then upward.
-MoveFast* DDSolver::generateLeadsOfSuit(MoveFast* out, PlayerNumber player, std::uint8_t suit) const
+inline MoveFast* DDSolver::generateLeadsOfSuit(MoveFast* out, PlayerNumber player, std::uint8_t suit) const
 {
     const std::uint16_t inPlay = situation.cards.suit(suit);
     auto mine = static_cast<std::uint16_t>((*deal)[player].suit(suit) & inPlay);
