@@ -167,7 +167,8 @@ private:
     std::int8_t searchNextTrick(std::int8_t target, PlayerNumber lastPlayer,
                                 CardsConfiguration& relevant, const Trick& trick);
     MoveFast* generateLeads(MoveFast* out, PlayerNumber player, OneCardInSuit bestMove) const;
-    inline MoveFast* generateLeadsOfSuit(MoveFast* out, PlayerNumber player, std::uint8_t suit) const;
+    inline MoveFast* generateLeadsOfSuit(MoveFast* out, PlayerNumber player,
+                                         std::uint8_t suit) const;
 
     class AfterCard;
 

@@ -276,8 +276,8 @@ inline std::int8_t DDSolver::tryMoves(Moves& moves, std::int8_t othersTarget, Pl
     return fewest;
 }
 
-// The tricks that `player`, second to play at no trump, and his partner can run; relevance is added
-// if they reach the target.
+// The tricks that `player`, second to play at no trump, and his partner can cash; relevance is
+// added if they reach the target.
 std::int8_t DDSolver::cashAfterLead(std::int8_t target, PlayerNumber player,
                                     CardsConfiguration& relevant, const Trick& trick) const
 {
@@ -392,7 +392,8 @@ MoveFast* DDSolver::generateLeads(MoveFast* out, PlayerNumber player, OneCardInS
 }
 
 // The group that last succeeded with these cards in play, then the highest one, then upward.
-inline MoveFast* DDSolver::generateLeadsOfSuit(MoveFast* out, PlayerNumber player, std::uint8_t suit) const
+inline MoveFast* DDSolver::generateLeadsOfSuit(MoveFast* out, PlayerNumber player,
+                                               std::uint8_t suit) const
 {
     const std::uint16_t inPlay = situation.cards.suit(suit);
     auto mine = static_cast<std::uint16_t>((*deal)[player].suit(suit) & inPlay);

@@ -3,8 +3,8 @@
 // The last trick goes to the highest trump left, or else to the highest card of the suit led.
 // Before that, the side on lead may simply cash what `Deal::suitTricks` promises, suit after suit;
 // the hand in which one suit's run ends goes on with the next. Trumps are cashed first, or kept for
-// the end when more of them win there (`Deal::sureTrumps`). At no trump the other side may do so
-// too, when it is sure to win the trick led to. All report on which ranks they rely.
+// the end when more of them win there (`Deal::sureTrumps`). At no trump the other side cashes too,
+// when it is sure to win the trick led to. All report on which ranks they rely.
 #pragma once
 
 #include "solver/dd_solver.h"
@@ -128,9 +128,9 @@ int QuickTricks<T>::drawOrKeepTrumps()
     return 0;
 }
 
-// One of the two hands knows all it needs for its play in the run of the suit as if it led: what
-// the other opponents play is either known to it, or can hurt no run however it comes. So the suit
-// is cashed first, and the rest as always.
+// The hand with the better run of the suit plays as if it led: what an opponent has played before
+// it is one of the cards that the run has an answer to, and so is what comes after. So the suit is
+// cashed first, and the rest as always.
 template <int T>
 std::uint8_t QuickTricks<T>::afterLead(PlayerNumber second, const Deal& deal,
                                        const CardsConfiguration& inPlay, int ledSuit,
