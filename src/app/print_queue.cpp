@@ -202,6 +202,7 @@ PrintQueue::Items PrintQueue::takeBatch()
         --needed;
         ++printed;
     }
+    over = needed == 0;
     return batch;
 }
 
@@ -210,6 +211,7 @@ void PrintQueue::forgetAll()
     items.clear();
     dropped.clear();
     needed = 0;
+    over = true;
 }
 
 void PrintQueue::print(const Items& batch)

@@ -61,6 +61,8 @@ public:
     /// Throws what printing throws: deals that have become ready meanwhile are printed.
     void whileNotPrinting(const std::function<void()>& function);
 
+    /// Whether no deal is needed any more. Asks for no lock, and may answer a moment late.
+    bool isOver() const { return over.load(std::memory_order_relaxed); }
     /// The number of deals accepted so far, printed or not.
     std::uint32_t accepted() const;
     /// The number of deals printed.
@@ -139,6 +141,9 @@ private:
     IntervalSet<unsigned long> dropped;  // rejected numbers that came too early for `droppedSoon`
     unsigned long behindLast = 0;        // the number behind the last deal printed
     std::uint32_t printed = 0;           // deals printed or being printed
+
+    // Read by all workers and written once.
+    alignas(cacheLine) std::atomic<bool> over{false};
 
     // The output mutex guards the totals and standard output.
     Mutex outputMutex{PTHREAD_MUTEX_DEFAULT};

@@ -37,8 +37,8 @@ Worker::Worker(const Configuration& configuration, RandomSource::Configuration& 
       fixedCards(fixedCards),
       randomSource(fixedCards, seed),
       dealEngine(configuration.seed.value_or(0), numberOfNoDeal),
-      dealNumber(dealNumber),
       printQueue(printQueue),
+      numbers(dealNumber, printQueue),
       state(luaL_newstate())
 {
     if (state == nullptr) {
@@ -119,8 +119,12 @@ void Worker::createHands()
 
 void Worker::operator()()
 {
+    if (configuration.threadsCount > 1) {
+        numbers.shareWithOthers();
+    }
     try {
-        while (dealOnce()) {
+        // Deals that were accepted behind the numbers still held here wait for them.
+        while (dealOnce() || numbers.isTakenNeeded()) {
         }
     } catch (...) {
         clearSolvers();
@@ -132,14 +136,16 @@ void Worker::operator()()
 
 bool Worker::dealOnce()
 {
-    const unsigned long number = dealNumber.fetch_add(1, std::memory_order_relaxed);
+    const unsigned long number = numbers.next();
     if (number >= configuration.endOfDeals) {
+        numbers.report();
         return false;
     }
     dealHands(number);
     if (!filter()) {
-        return printQueue.drop(number);
+        return numbers.drop(number);
     }
+    numbers.report();
     if (!printQueue.accept(number)) {
         return false;
     }

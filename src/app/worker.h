@@ -7,6 +7,7 @@
 
 #include "app/configuration.h"
 #include "app/counters.h"
+#include "app/deal_numbers.h"
 #include "app/print_queue.h"
 #include "cards/hands.h"
 #include "dealer/random_source.h"
@@ -92,8 +93,8 @@ private:
     const RandomSource::Configuration& fixedCards;
     RandomSource randomSource;
     SeededEngine dealEngine;
-    std::atomic<unsigned long>& dealNumber;
     PrintQueue& printQueue;
+    DealNumbers numbers;
     // The hands that the script sees as N, E, S, W: objects of Lua, which its registry keeps alive.
     CardsConfiguration* hands[playersCount] = {};
     ScriptSolver solver;
