@@ -42,15 +42,15 @@ private:
     using Clock = std::chrono::steady_clock;
 
     static constexpr std::size_t longest = 32;
-    static constexpr unsigned long dealtForEach = 64;
+    static constexpr std::size_t dealtForEach = 64;
     static constexpr std::chrono::microseconds quick{20};
 
-    std::size_t lengthOfNext() const;
+    void adaptLength();
 
     std::atomic<unsigned long>& counter;
     PrintQueue& queue;
     std::size_t most = 1;
-    unsigned long dealt = 0;
+    std::size_t dealt = 0;
     // The numbers taken last, of which those from `place` on are still to be dealt.
     std::array<unsigned long, longest> taken{};
     std::size_t length = 1;
@@ -66,9 +66,8 @@ private:
 inline unsigned long DealNumbers::next()
 {
     if (place == length) {
-        length = lengthOfNext();
         if (most > 1) {
-            start = Clock::now();
+            adaptLength();
         }
         for (std::size_t number = 0; number < length; ++number) {
             taken[number] = counter.fetch_add(1, std::memory_order_relaxed);
@@ -96,13 +95,12 @@ inline bool DealNumbers::report()
 }
 
 // Twice as many after quick deals, half as many after others.
-inline std::size_t DealNumbers::lengthOfNext() const
+inline void DealNumbers::adaptLength()
 {
-    if (most == 1 || dealt < 2 * dealtForEach) {
-        return 1;
-    }
-    const std::size_t next = Clock::now() - start < quick ? 2 * length : length / 2;
-    return std::clamp<std::size_t>(next, 1, std::min<unsigned long>(most, dealt / dealtForEach));
+    const Clock::time_point now = Clock::now();
+    const std::size_t wanted = now - start < quick ? 2 * length : length / 2;
+    length = std::max<std::size_t>(std::min({wanted, most, dealt / dealtForEach}), 1);
+    start = now;
 }
 
 }  // namespace trikon

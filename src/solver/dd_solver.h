@@ -148,6 +148,7 @@ private:
     template <int T>
     Tried tryLeads(const MoveFast* begin, const MoveFast* end, std::int8_t othersTarget,
                    PlayerNumber player);
+    // These two are kept apart from `searchInTrick`, whose common way needs neither.
     template <int T, int pos>
     [[gnu::noinline]] std::int8_t discard(std::int8_t othersTarget, PlayerNumber player,
                                           CardsConfiguration& relevant, const Trick& trick);
