@@ -38,12 +38,6 @@ public:
     explicit Configuration(const Hands& fixed) { setInitial(fixed); }
 
     CardsConfiguration freeCards() const { return free; }
-    std::int8_t freeCount() const { return freeCardsCount; }
-    std::int8_t northNeed() const { return cardsForNorth; }
-    std::int8_t leftAfterNorth() const { return afterNorth; }
-    std::int8_t eastNeed() const { return cardsForEast; }
-    std::int8_t leftAfterEast() const { return afterEast; }
-    std::int8_t southNeed() const { return cardsForSouth; }
 
     /// Takes the cards that each hand holds in every deal: at most 13, and no card twice.
     void setInitial(const Hands& fixed);
