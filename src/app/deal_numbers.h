@@ -2,18 +2,18 @@
 //
 // The counter and the bookkeeping of the print queue lie on one cache line, which takes longer to
 // come from another processor than a quick deal takes. So while its deals are quick, a worker
-// takes several numbers at once and reports them together, each still by itself. What it holds is
-// little: no more than a 64th of what it has dealt, and only as long as all of that takes
-// microseconds, for other workers' deals with higher numbers must wait for it.
+// takes a burst of numbers at once and reports together those it rejects. What it holds is little:
+// no more than a 64th of what it has dealt, and only as long as all of that takes microseconds, for
+// other workers' deals with higher numbers must wait for it.
 #pragma once
 
 #include "app/print_queue.h"
 
 #include <algorithm>
-#include <array>
 #include <atomic>
 #include <chrono>
-#include <cstddef>
+#include <cstdint>
+#include <utility>
 
 namespace trikon {
 
@@ -36,29 +36,27 @@ public:
     /// though the accepted one may yet be needed.
     bool report();
     /// Whether a number that is taken already is still needed, though no further one is.
-    bool isTakenNeeded() const { return place < length && queue.nr_is_needed(taken[place]); }
+    bool isTakenNeeded() const { return place < length && queue.nr_is_needed(first + place); }
 
 private:
     using Clock = std::chrono::steady_clock;
 
-    static constexpr std::size_t longest = 32;
-    static constexpr std::size_t dealtForEach = 64;
-    static constexpr std::chrono::microseconds quick{20};
+    static constexpr unsigned long longest = PrintQueue::burstSize;
+    static constexpr unsigned long dealtForEach = 64;
+    static constexpr std::chrono::microseconds quick{100};
 
     void adaptLength();
 
     std::atomic<unsigned long>& counter;
     PrintQueue& queue;
-    std::size_t most = 1;
-    std::size_t dealt = 0;
-    // The numbers taken last, of which those from `place` on are still to be dealt.
-    std::array<unsigned long, longest> taken{};
-    std::size_t length = 1;
-    std::size_t place = 1;
+    unsigned long most = 1;
+    unsigned long dealt = 0;
+    // The burst: `length` numbers from `first` on, of which those from `place` on are to be dealt.
+    unsigned long first = 0;
+    unsigned long length = 1;
+    unsigned long place = 1;
     Clock::time_point start;
-    // Those rejected and not reported.
-    std::array<unsigned long, longest> rejected{};
-    std::size_t unreported = 0;
+    std::uint64_t rejected = 0;  // bit k: deal `first` + k was, which is still to be reported
 };
 
 // --- inline definitions ---
@@ -69,37 +67,30 @@ inline unsigned long DealNumbers::next()
         if (most > 1) {
             adaptLength();
         }
-        for (std::size_t number = 0; number < length; ++number) {
-            taken[number] = counter.fetch_add(1, std::memory_order_relaxed);
-        }
+        first = counter.fetch_add(length, std::memory_order_relaxed);
         place = 0;
         dealt += length;
     }
-    return taken[place++];
+    return first + place++;
 }
 
 inline bool DealNumbers::drop(unsigned long n)
 {
-    rejected[unreported++] = n;
+    rejected |= std::uint64_t{1} << (n - first);
     return (place < length && !queue.isOver()) || report();
 }
 
 inline bool DealNumbers::report()
 {
-    bool isNeeded = true;
-    for (std::size_t number = 0; number < unreported; ++number) {
-        isNeeded = queue.drop(rejected[number]) && isNeeded;
-    }
-    unreported = 0;
-    return isNeeded;
+    return rejected == 0 || queue.drop(first, std::exchange(rejected, 0));
 }
 
 // Twice as many after quick deals, half as many after others.
 inline void DealNumbers::adaptLength()
 {
     const Clock::time_point now = Clock::now();
-    const std::size_t wanted = now - start < quick ? 2 * length : length / 2;
-    length = std::max<std::size_t>(std::min({wanted, most, dealt / dealtForEach}), 1);
+    const unsigned long wanted = now - start < quick ? 2 * length : length / 2;
+    length = std::max<unsigned long>(std::min({wanted, most, dealt / dealtForEach}), 1);
     start = now;
 }
 

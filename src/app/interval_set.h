@@ -31,7 +31,8 @@ public:
     /// How many numbers there are.
     Number count() const;
 
-    void insert(Number number);
+    /// Adds the numbers from `first` to `last`, of which the set may hold none, all or a part.
+    void insert(Number first, Number last);
     /// The number after the first interval if that starts at `number`, else `number` itself.
     ///
     /// The interval that was passed leaves the set.
@@ -55,29 +56,25 @@ Number IntervalSet<Number>::count() const
 }
 
 template <class Number>
-void IntervalSet<Number>::insert(Number number)
+void IntervalSet<Number>::insert(Number first, Number last)
 {
-    const auto next =
-        std::upper_bound(intervals.begin(), intervals.end(), Interval<Number>{number, number});
-    const bool touchesNext = next != intervals.end() && next->start == number + 1;
-    if (next != intervals.begin()) {
-        Interval<Number>& previous = *std::prev(next);
-        if (number <= previous.end) {
-            return;
-        }
-        if (number == previous.end + 1) {
-            previous.end = touchesNext ? next->end : number;
-            if (touchesNext) {
-                intervals.erase(next);
-            }
-            return;
-        }
+    // Those that overlap or touch become one with the new numbers.
+    auto begin =
+        std::upper_bound(intervals.begin(), intervals.end(), Interval<Number>{first, last});
+    if (begin != intervals.begin() && std::prev(begin)->end + 1 >= first) {
+        --begin;
+        first = begin->start;
     }
-    if (touchesNext) {
-        next->start = number;
-    } else {
-        intervals.insert(next, {number, number});
+    auto end = begin;
+    for (; end != intervals.end() && end->start <= last + 1; ++end) {
+        last = std::max(last, end->end);
     }
+    if (begin == end) {
+        intervals.insert(begin, {first, last});
+        return;
+    }
+    *begin = {first, last};
+    intervals.erase(std::next(begin), end);
 }
 
 template <class Number>

@@ -15,7 +15,6 @@ namespace trikon {
 namespace {
 
 constexpr const char* gap = "   ";
-constexpr unsigned long windowSize = 32;  // bits of the rejected numbers close by
 
 bool isReady(const PrintQueue::Item& item) { return !item.hands.allCards().empty(); }
 
@@ -89,16 +88,17 @@ bool PrintQueue::accept(unsigned long n)
     return n <= last;
 }
 
-bool PrintQueue::drop(unsigned long n)
+bool PrintQueue::drop(unsigned long n, std::uint64_t rejected)
 {
     Lock content(contentMutex);
     if (needed == 0 || (!moreNeeded() && n > items.rbegin()->first)) {
         return false;
     }
-    if (n - nextNumber < windowSize) {
-        droppedSoon |= std::uint32_t{1} << (n - nextNumber);
-    } else {
-        dropped.insert(n);
+    for (int place = 0; place < burstSize && rejected >> place != 0;) {
+        place += std::countr_zero(rejected >> place);
+        const int end = place + std::countr_one(rejected >> place);
+        recordDropped(n + static_cast<unsigned long>(place), n + static_cast<unsigned long>(end));
+        place = end;
     }
     return tryPrintAndUnlockContent(std::move(content));
 }
@@ -131,8 +131,7 @@ unsigned long PrintQueue::close(unsigned long end)
     Lock content(contentMutex);
     advanceToPrintable();
     std::erase_if(items, [](const auto& numbered) { return !isReady(numbered.second); });
-    const unsigned long finished =
-        items.size() + dropped.count() + static_cast<unsigned long>(std::popcount(droppedSoon));
+    const unsigned long finished = items.size() + dropped.count();
     const unsigned long behind = std::max(end, nextNumber) - nextNumber;
     const Items ready = std::move(items);
     if (!ready.empty()) {
@@ -174,20 +173,18 @@ bool PrintQueue::tryPrintAndUnlockContent(Lock content)
     return moreNeeded();
 }
 
-void PrintQueue::passNumbers(unsigned long count)
+void PrintQueue::recordDropped(unsigned long first, unsigned long end)
 {
-    nextNumber += count;
-    droppedSoon = count < windowSize ? droppedSoon >> count : 0;
+    if (first == nextNumber) {
+        nextNumber = end;
+    } else {
+        dropped.insert(first, end - 1);
+    }
 }
 
 bool PrintQueue::advanceToPrintable()
 {
-    unsigned long passed = 0;
-    do {
-        passNumbers(static_cast<unsigned long>(std::countr_one(droppedSoon)));
-        passed = dropped.passFirst(nextNumber) - nextNumber;
-        passNumbers(passed);
-    } while (passed != 0);
+    nextNumber = dropped.passFirst(nextNumber);
     return !items.empty() && items.begin()->first == nextNumber && isReady(items.begin()->second);
 }
 
@@ -197,7 +194,7 @@ PrintQueue::Items PrintQueue::takeBatch()
     while (advanceToPrintable()) {
         // Nodes are moved, so nothing is allocated or copied with the content mutex held.
         batch.insert(batch.end(), items.extract(items.begin()));
-        passNumbers(1);
+        ++nextNumber;
         behindLast = nextNumber;
         --needed;
         ++printed;

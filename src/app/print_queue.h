@@ -28,6 +28,9 @@ namespace trikon {
 
 class PrintQueue {
 public:
+    /// The most numbers that one call reports.
+    static constexpr int burstSize = 64;
+
     using PrintFunction = std::function<LineState(const Hands&)>;
 
     /// An accepted deal. It is ready to be printed once its hands hold cards.
@@ -79,7 +82,11 @@ public:
     /// Deal `n` passed the filter.
     bool accept(unsigned long n);
     /// Deal `n` was rejected.
-    bool drop(unsigned long n);
+    bool drop(unsigned long n) { return drop(n, 1); }
+    /// Each deal `n` + k was rejected for which bit k of `rejected` is set.
+    ///
+    /// Leaves the same as a call for each, but takes the lock once. The answer is the last one's.
+    bool drop(unsigned long n, std::uint64_t rejected);
     /// Delivers what is to be printed for deal `n`; statistics and remarks are taken, left empty.
     ///
     /// Takes nothing when the deal is needed no more.
@@ -120,7 +127,8 @@ private:
     // These expect the content mutex; the first is handed it.
     bool tryPrintAndUnlockContent(Lock content);
     bool moreNeeded() const { return needed > items.size(); }
-    void passNumbers(unsigned long count);
+    // Those from `first` to before `end`.
+    void recordDropped(unsigned long first, unsigned long end);
     // Passes the rejected numbers in front and answers whether the next deal is ready.
     bool advanceToPrintable();
     Items takeBatch();
@@ -129,16 +137,14 @@ private:
     void print(const Items& batch);
     void print(const Item& item);
 
-    // The content mutex guards what follows up to the output mutex, but for `nextToDeal`. In the
-    // common case a rejected deal and the next one taken change the first line alone, so that it
-    // wanders between the processors and nothing else does.
+    // The content mutex guards what follows up to the output mutex, but for `nextToDeal`. With one
+    // thread, rejected deals and the numbers taken change the first line alone.
     alignas(cacheLine) mutable Mutex contentMutex{PTHREAD_MUTEX_ADAPTIVE_NP};
-    unsigned long nextNumber = 0;   // the number to be printed or skipped next
-    std::uint32_t droppedSoon = 0;  // bit k: the number `nextNumber` + k is rejected
-    std::uint32_t needed = 10;      // deals still to be printed, 0 to stop
+    unsigned long nextNumber = 0;  // the number to be printed or skipped next
+    std::uint32_t needed = 10;     // deals still to be printed, 0 to stop
     std::atomic<unsigned long> nextToDeal{0};
     alignas(cacheLine) Items items;      // accepted, not printed, at most `needed`
-    IntervalSet<unsigned long> dropped;  // rejected numbers that came too early for `droppedSoon`
+    IntervalSet<unsigned long> dropped;  // rejected numbers that are not passed yet
     unsigned long behindLast = 0;        // the number behind the last deal printed
     std::uint32_t printed = 0;           // deals printed or being printed
 

@@ -27,7 +27,7 @@ Numbers numbersOf(std::initializer_list<unsigned long> list)
 {
     Numbers numbers;
     for (const unsigned long number : list) {
-        numbers.insert(number);
+        numbers.insert(number, number);
     }
     return numbers;
 }
@@ -58,15 +58,18 @@ TEST(IntervalSet, IntervalsThatStartAfterANumberAreErased)
     }
 }
 
-TEST(IntervalSet, ShuffledNumbersGiveTheRunsOfTheirSet)
+TEST(IntervalSet, ShuffledRunsGiveTheRunsOfTheirSet)
 {
     std::mt19937 engine(1);
     std::set<unsigned long> model;
     Numbers numbers;
     for (int step = 0; step < 400; ++step) {
-        const unsigned long number = engine() % 500;
-        model.insert(number);
-        numbers.insert(number);
+        const unsigned long first = engine() % 2000;
+        const unsigned long last = first + (engine() % 4 == 0 ? engine() % 30 : 0);
+        for (unsigned long number = first; number <= last; ++number) {
+            model.insert(number);
+        }
+        numbers.insert(first, last);
         std::string runs;
         for (const unsigned long start : model) {
             if (model.contains(start - 1)) {
@@ -78,7 +81,7 @@ TEST(IntervalSet, ShuffledNumbersGiveTheRunsOfTheirSet)
             }
             runs += '[' + std::to_string(start) + ' ' + std::to_string(end) + ']';
         }
-        ASSERT_EQ(textOf(numbers), runs) << "after inserting " << number;
+        ASSERT_EQ(textOf(numbers), runs) << "after inserting " << first << " to " << last;
     }
 }
 

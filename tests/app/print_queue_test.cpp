@@ -141,6 +141,39 @@ TEST_F(PrintQueueStory, RejectedNumbersArePassedInWhateverOrderTheyCome)
     EXPECT_EQ(output.text(), expected);
 }
 
+TEST_F(PrintQueueStory, BurstsOfRejectedNumbersArePassedInWhateverOrderTheyCome)
+{
+    constexpr unsigned long end = 64UL * 200;
+    std::mt19937_64 engine(7);
+    std::vector<std::pair<unsigned long, std::uint64_t>> reports;
+    std::vector<unsigned long> accepted;
+    start(end);
+    for (unsigned long first = 0; first < end; first += 64) {
+        // Long and short runs of rejected numbers; now and then all of the burst.
+        const std::uint64_t rejected =
+            first % 640 == 0 ? ~std::uint64_t{0} : engine() | (engine() & engine());
+        const std::uint64_t early = engine() | engine();
+        reports.emplace_back(first, rejected & early);
+        reports.emplace_back(first, rejected & ~early);
+        for (unsigned long n = first; n < first + 64; ++n) {
+            if ((rejected >> (n - first) & 1) == 0) {
+                accepted.push_back(n);
+                play(str_contat('a', n, "+ d", n, '+'));
+            }
+        }
+    }
+    std::shuffle(reports.begin(), reports.end(), engine);
+    for (const auto& [first, rejected] : reports) {
+        EXPECT_TRUE(queue.drop(first, rejected));
+    }
+    std::string expected;
+    for (const unsigned long n : accepted) {
+        expected += str_contat(n, '\n');
+    }
+    EXPECT_EQ(output.text(), expected);
+    EXPECT_EQ(queue.close(end), 0U);
+}
+
 TEST_F(PrintQueueStory, NumbersBehindTheLastNeededDealStopTheirWorkers)
 {
     start(2);
