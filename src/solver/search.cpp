@@ -128,6 +128,8 @@ std::int8_t DDSolver::searchStartTrick(std::int8_t target, PlayerNumber player,
         return searchLastTrick<T>(player, relevant) ? 1 : 0;
     }
 
+    table.prefetch(player, situation.counts);  // which takes as long as the next two steps
+
     // Step 2. Cash what is sure.
     QuickTricks<T> quickTricks;
     const std::uint8_t sure = quickTricks(player, *deal, situation.cards, tricksLeft);

@@ -13,20 +13,59 @@ std::int8_t TranspositionTable::Node::check(CardsConfiguration pattern,
                                             std::int8_t target, std::uint64_t& relevant)
 {
     assert(0 < target && target <= situation.cardsCount / 4);
-    for (std::size_t place = bounds.size(); place-- > 0;) {
-        const Entry& entry = bounds[place];
-        if ((pattern & entry.cover) != entry.pattern ||
-            (entry.lower < target && target <= entry.upper)) {
-            continue;
+    Entry* behind = nullptr;
+    std::int8_t answer = -1;
+    anyOf([&](Entry& entry) {
+        const CardsConfiguration cover = coverOf(entry.pattern());
+        if ((pattern & cover) == entry.pattern()) {
+            const std::int8_t lower = entry.lower();
+            const std::int8_t upper = entry.upper();
+            if (lower >= target || upper < target) {
+                relevant |= cover;
+                answer = lower >= target ? lower : upper;
+                if (behind != nullptr) {
+                    std::swap(entry, *behind);
+                }
+                return true;
+            }
         }
-        const std::int8_t answer = entry.lower >= target ? entry.lower : entry.upper;
-        relevant |= entry.cover;
-        if (place + 1 < bounds.size()) {
-            std::swap(bounds[place], bounds[place + 1]);
+        behind = &entry;
+        return false;
+    });
+    return answer;
+}
+
+template <class Function>
+inline bool TranspositionTable::Node::anyOf(Function isSought)
+{
+    for (std::size_t place = hotCount; place-- > 0;) {
+        if (isSought(hot[place])) {
+            return true;
         }
-        return answer;
     }
-    return -1;
+    for (std::size_t place = cold.size(); place-- > 0;) {
+        if (isSought(cold[place])) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void TranspositionTable::Node::add(Entry entry)
+{
+    if (hotCount == mostHot) {
+        cold.push_back(hot[0]);
+        std::copy(hot.begin() + 1, hot.end(), hot.begin());
+        --hotCount;
+    }
+    hot[hotCount++] = entry;
+}
+
+std::vector<TranspositionTable::Entry> TranspositionTable::Node::entries() const
+{
+    std::vector<Entry> all = cold;
+    all.insert(all.end(), hot.begin(), hot.begin() + hotCount);
+    return all;
 }
 
 void TranspositionTable::Node::update_lower_bound(CardsConfiguration& pattern,
@@ -35,50 +74,56 @@ void TranspositionTable::Node::update_lower_bound(CardsConfiguration& pattern,
 {
     pattern &= relevant;
     const auto tricksLeft = static_cast<std::int8_t>(situation.cardsCount / 4);
-    for (std::size_t place = bounds.size(); place-- > 0;) {
-        Entry& entry = bounds[place];
-        if ((entry.pattern & relevant) != pattern) {
-            continue;
+    const bool isKept = anyOf([&](Entry& entry) {
+        if ((entry.pattern() & relevant) != pattern) {
+            return false;
         }
-        if (entry.pattern == pattern) {
-            entry.lower = std::max(entry.lower, bound);
-            return;
+        if (entry.pattern() == pattern) {
+            entry.setLower(std::max(entry.lower(), bound));
+            return true;
         }
         // The entry stands on more cards. If it says no more, it can stand on these alone, unless
         // its other bound needs them.
-        if (entry.lower <= bound) {
-            entry.lower = bound;
-            if (entry.upper == tricksLeft) {
-                entry.widenTo(pattern);
-                return;
-            }
+        if (entry.lower() > bound) {
+            return false;
         }
+        entry.setLower(bound);
+        if (entry.upper() != tricksLeft) {
+            return false;
+        }
+        entry.widenTo(pattern);
+        return true;
+    });
+    if (!isKept) {
+        add({pattern, bound, tricksLeft});
     }
-    bounds.emplace_back(pattern, bound, tricksLeft);
 }
 
 void TranspositionTable::Node::update_upper_bound(CardsConfiguration& pattern,
                                                   std::uint64_t relevant, std::int8_t bound)
 {
     pattern &= relevant;
-    for (std::size_t place = bounds.size(); place-- > 0;) {
-        Entry& entry = bounds[place];
-        if ((entry.pattern & relevant) != pattern) {
-            continue;
+    const bool isKept = anyOf([&](Entry& entry) {
+        if ((entry.pattern() & relevant) != pattern) {
+            return false;
         }
-        if (entry.pattern == pattern) {
-            entry.upper = std::min(entry.upper, bound);
-            return;
+        if (entry.pattern() == pattern) {
+            entry.setUpper(std::min(entry.upper(), bound));
+            return true;
         }
-        if (entry.upper >= bound) {
-            entry.upper = bound;
-            if (entry.lower == 0) {
-                entry.widenTo(pattern);
-                return;
-            }
+        if (entry.upper() < bound) {
+            return false;
         }
+        entry.setUpper(bound);
+        if (entry.lower() != 0) {
+            return false;
+        }
+        entry.widenTo(pattern);
+        return true;
+    });
+    if (!isKept) {
+        add({pattern, 0, bound});
     }
-    bounds.emplace_back(pattern, std::int8_t{0}, bound);
 }
 
 TranspositionTable::Node& TranspositionTable::findOrMake(PlayerNumber leader,
@@ -130,7 +175,7 @@ std::size_t TranspositionTable::entriesCount() const
     std::size_t count = 0;
     for (const auto& map : maps) {
         for (const auto& [counts, node] : map) {
-            count += node.entries().size();
+            count += node.entriesCount();
         }
     }
     return count;

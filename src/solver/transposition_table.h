@@ -30,22 +30,40 @@ inline std::size_t hash_value(TrickCountConfiguration counts)
 class TranspositionTable {
 public:
     /// Bounds on the tricks of the side on lead, wherever the top cards are those of `pattern`.
-    struct Entry {
-        CardsConfiguration pattern;
-        /// `coverOf` the pattern, as each look at an entry needs it.
-        CardsConfiguration cover;
-        std::int8_t lower;
-        std::int8_t upper;
+    ///
+    /// All in one word, for tables outgrow the caches: a pattern leaves three bits a suit unused.
+    class Entry {
+    public:
+        Entry() = default;
+        Entry(CardsConfiguration pattern, int lower, int upper)
+            : word(pattern | spread(lower) << lowerAt | spread(upper) << upperAt)
+        {
+        }
 
-        Entry(CardsConfiguration pattern, std::int8_t lower, std::int8_t upper)
-            : pattern(pattern), cover(coverOf(pattern)), lower(lower), upper(upper)
+        CardsConfiguration pattern() const { return word & fullDeck; }
+        std::int8_t lower() const { return gather(word >> lowerAt); }
+        std::int8_t upper() const { return gather(word >> upperAt); }
+        void setLower(int bound) { *this = {pattern(), bound, upper()}; }
+        void setUpper(int bound) { *this = {pattern(), lower(), bound}; }
+        /// Lets the entry stand on `fewerCards`, a part of its pattern.
+        void widenTo(CardsConfiguration fewerCards) { *this = {fewerCards, lower(), upper()}; }
+
+    private:
+        static constexpr int lowerAt = 13;  // and 16 bits further
+        static constexpr int upperAt = 45;
+
+        // Two bits above one suit and two above the next.
+        static std::uint64_t spread(int bound)
         {
+            const auto bits = static_cast<std::uint64_t>(bound);
+            return (bits & 3) | (bits & 12) << 14;
         }
-        void widenTo(CardsConfiguration fewerCards)
+        static std::int8_t gather(std::uint64_t bits)
         {
-            pattern = fewerCards;
-            cover = coverOf(fewerCards);
+            return static_cast<std::int8_t>((bits & 3) | (bits >> 14 & 12));
         }
+
+        std::uint64_t word = 0;
     };
 
     class Node;
@@ -58,6 +76,12 @@ public:
         const Place& place = places[placeOf(leader, counts)];
         const bool isHere = place.counts == counts && place.node != nullptr;
         return isHere ? *place.node : findOrMake(leader, counts);
+    }
+
+    /// Has the memory of a node fetched that will be asked for soon.
+    void prefetch(PlayerNumber leader, TrickCountConfiguration counts) const
+    {
+        __builtin_prefetch(&places[placeOf(leader, counts)]);
     }
 
     /// Forgets everything.
@@ -113,14 +137,26 @@ public:
     /// `pattern` is cut down to the relevant ranks on the way.
     void update_upper_bound(CardsConfiguration& pattern, std::uint64_t relevant, std::int8_t bound);
 
-    const std::vector<Entry>& entries() const { return bounds; }
+    /// Those added or asked for last are at the back.
+    std::vector<Entry> entries() const;
+    std::size_t entriesCount() const { return cold.size() + hotCount; }
 
     /// The lead that last reached its target here, in whatever deal of the ranks; no card if none.
     OneCardInSuit bestMove{0, 0};
 
 private:
-    // Those added or asked for last are at the back, where the search for a match begins.
-    std::vector<Entry> bounds;
+    static constexpr std::size_t mostHot = 5;
+
+    void add(Entry entry);
+    // Shows entries to the function, the last first, until it answers true; true if it does.
+    template <class Function>
+    bool anyOf(Function isSought);
+
+    // The last ones are here, where no further memory has to be fetched for them. Those before are
+    // cold. An entry that decides changes places with the one behind it.
+    std::array<Entry, mostHot> hot{};
+    std::uint8_t hotCount = 0;
+    std::vector<Entry> cold;
 };
 
 }  // namespace trikon

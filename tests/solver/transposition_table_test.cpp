@@ -6,7 +6,10 @@
 #include <algorithm>
 #include <cstdint>
 #include <memory>
+#include <random>
 #include <set>
+#include <string>
+#include <utility>
 #include <vector>
 
 namespace trikon {
@@ -46,8 +49,8 @@ protected:
     {
         std::string text;
         for (const TranspositionTable::Entry& entry : node.entries()) {
-            text += str_contat(text.empty() ? "" : " ", entry.pattern, ':', int{entry.lower}, '-',
-                               int{entry.upper});
+            text += str_contat(text.empty() ? "" : " ", entry.pattern(), ':', int{entry.lower()},
+                               '-', int{entry.upper()});
         }
         return text;
     }
@@ -126,6 +129,53 @@ TEST_F(TableNode, MovesWhatDecidedOnePlaceTowardTheBack)
     EXPECT_EQ(entries(), ".A..:2-7 A...:1-7 ..A.:3-7");
     EXPECT_EQ(check("A.A.A.", 1), 3);
     EXPECT_EQ(entries(), ".A..:2-7 A...:1-7 ..A.:3-7");
+}
+
+TEST_F(TableNode, FindsEachOfManyEntriesAndMovesItOnePlaceEachTime)
+{
+    // Twelve entries that exclude each other, and their order as it should be.
+    std::vector<std::string> expected;
+    for (const char* suit : {"A...", "K...", "Q..."}) {
+        for (const char* others : {".A..", ".K..", ".Q..", ".J.."}) {
+            const CardsConfiguration cards = setOf(suit) | setOf(others);
+            lower(cards.str(false).c_str(), "2.2..",
+                  static_cast<std::int8_t>(expected.size() % 7 + 1));
+            expected.push_back(str_contat(cards, ':', (expected.size() % 7 + 1), "-7"));
+        }
+    }
+    std::mt19937 random(3);
+    for (int question = 0; question < 300; ++question) {
+        const std::size_t place = random() % expected.size();
+        const std::string pattern = expected[place].substr(0, expected[place].find(':'));
+        const int bound = expected[place][pattern.size() + 1] - '0';
+        ASSERT_EQ(check(pattern.c_str(), 1), bound);
+        if (place + 1 < expected.size()) {
+            std::swap(expected[place], expected[place + 1]);
+        }
+        std::string text;
+        for (const std::string& entry : expected) {
+            text += str_contat(text.empty() ? "" : " ", entry);
+        }
+        ASSERT_EQ(entries(), text);
+    }
+    EXPECT_EQ(check("J.A..", 1), -1);
+}
+
+TEST(TableEntry, KeepsPatternAndBoundsApart)
+{
+    for (const CardsConfiguration pattern : {setOf("..."), setOf("AK2..2.A"), {fullDeck}}) {
+        for (std::int8_t lower = 0; lower <= 13; ++lower) {
+            for (std::int8_t upper = 0; upper <= 13; ++upper) {
+                TranspositionTable::Entry entry(setOf("A.A.A.A"), 3, 8);
+                entry.setLower(lower);
+                entry.widenTo(pattern);
+                entry.setUpper(upper);
+                ASSERT_EQ(entry.pattern(), pattern);
+                ASSERT_EQ(entry.lower(), lower);
+                ASSERT_EQ(entry.upper(), upper);
+            }
+        }
+    }
 }
 
 TEST(TranspositionTable, FindsEachOfManyNodesWhereItWas)
