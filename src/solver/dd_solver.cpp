@@ -109,8 +109,13 @@ void DDSolver::set_trump_suit(Trump newTrump)
     }
 }
 
+// Setting the deal and then the trump asks for it twice, the second time with nothing to forget.
 void DDSolver::forgetProofs()
 {
+    if (nodes == nodesForgotten) {
+        return;
+    }
+    nodesForgotten = nodes;
     table.clear();
     std::fill_n(&bestLeads[0][0][0], playersCount * suitsCount * holdingsOfSuit, std::uint16_t{0});
     replies.clear();

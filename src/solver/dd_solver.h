@@ -180,9 +180,11 @@ private:
     CardsConfiguration legalCards(PlayerNumber player, const Trick& trick) const;
 
     // For the hand on lead, a suit and its cards in play: the group that last reached its target.
-    std::uint16_t bestLeads[playersCount][suitsCount][holdingsOfSuit];
+    std::uint16_t bestLeads[playersCount][suitsCount][holdingsOfSuit] = {};
     ReplyMemory replies;
     std::uint64_t nodes = 0;
+    // Of these, those whose proofs are forgotten.
+    std::uint64_t nodesForgotten = 0;
 };
 
 }  // namespace trikon
