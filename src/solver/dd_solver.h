@@ -11,6 +11,7 @@
 
 #include "cards/situation.h"
 #include "solver/deal.h"
+#include "solver/leads.h"
 #include "solver/move_generation.h"
 #include "solver/reply_memory.h"
 #include "solver/transposition_table.h"
@@ -125,10 +126,10 @@ protected:
     std::shared_ptr<const Deal> deal;
 
 private:
-    // What came of the moves of one player: the one after which the other side falls short of its
-    // target, if there is one, else the least that the other side takes.
+    // What came of the leads: whether the last one tried keeps the other side from its target, and
+    // what it then takes; else the least that it takes.
     struct Tried {
-        const MoveFast* winner;
+        bool succeeds;
         std::int8_t othersTricks;
         CardsConfiguration relevant;
     };
@@ -143,11 +144,11 @@ private:
     template <int T, int pos>
     std::int8_t searchInTrick(std::int8_t target, PlayerNumber player, CardsConfiguration& relevant,
                               const Trick& trick);
-    std::int8_t cashAfterLead(std::int8_t target, PlayerNumber player, CardsConfiguration& relevant,
-                              const Trick& trick) const;
     template <int T>
-    Tried tryLeads(const MoveFast* begin, const MoveFast* end, std::int8_t othersTarget,
-                   PlayerNumber player);
+    Tried tryLeads(Leads& leads, std::int8_t othersTarget, PlayerNumber player);
+    template <int T>
+    std::int8_t cashAfterLead(std::int8_t target, PlayerNumber player, int suit,
+                              CardsConfiguration& relevant) const;
     // These two are kept apart from `searchInTrick`, whose common way needs neither.
     template <int T, int pos>
     [[gnu::noinline]] std::int8_t discard(std::int8_t othersTarget, PlayerNumber player,
@@ -167,9 +168,6 @@ private:
     template <int T>
     std::int8_t searchNextTrick(std::int8_t target, PlayerNumber lastPlayer,
                                 CardsConfiguration& relevant, const Trick& trick);
-    MoveFast* generateLeads(MoveFast* out, PlayerNumber player, OneCardInSuit bestMove) const;
-    inline MoveFast* generateLeadsOfSuit(MoveFast* out, PlayerNumber player,
-                                         std::uint8_t suit) const;
 
     class AfterCard;
 
@@ -180,7 +178,7 @@ private:
     CardsConfiguration legalCards(PlayerNumber player, const Trick& trick) const;
 
     // For the hand on lead, a suit and its cards in play: the group that last reached its target.
-    std::uint16_t bestLeads[playersCount][suitsCount][holdingsOfSuit] = {};
+    BestLeads bestLeads{};
     ReplyMemory replies;
     std::uint64_t nodes = 0;
     // Of these, those whose proofs are forgotten.

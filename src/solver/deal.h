@@ -55,15 +55,18 @@ public:
     /// Tricks more than with the partner on lead.
     constexpr int moreThanPartner() const { return static_cast<std::int8_t>(bits >> 8); }
     /// How many of the highest cards must stay as they are.
-    constexpr int depth() const { return static_cast<int>(bits >> 16 & 0xff); }
+    constexpr int depth() const { return static_cast<int>(bits >> 16 & 15); }
+    /// The tricks with the better hand of the side on lead.
+    constexpr int best() const { return static_cast<int>(bits >> 20 & 15); }
     /// The hand that is on lead afterwards.
     constexpr int leader() const { return static_cast<int>(bits >> 24); }
 
-    /// With `moreThanPartner`, which is 0 until then.
+    /// With `moreThanPartner` and `best`, which are 0 until then.
     constexpr CashedTricks comparedWith(CashedTricks partners) const
     {
         const int more = tricks() - partners.tricks();
-        return CashedTricks(bits | static_cast<std::uint32_t>(more & 0xff) << 8);
+        const int best = more > 0 ? tricks() : partners.tricks();
+        return CashedTricks(bits | static_cast<std::uint32_t>((more & 0xff) << 8 | best << 20));
     }
 
     /// What `word` told.

@@ -37,6 +37,15 @@ constexpr std::uint16_t lowestGroup(unsigned cards, unsigned separators)
     return static_cast<std::uint16_t>(cards & ((free + (cards & -cards)) ^ free));
 }
 
+/// The group of `cards` with `card` in it.
+inline std::uint16_t groupOf(std::uint16_t card, unsigned cards, unsigned separators)
+{
+    const unsigned below = separators & (card - 1U);
+    const unsigned above = separators & ~(card - 1U);
+    return static_cast<std::uint16_t>(cards & ranksAbove(static_cast<std::uint16_t>(below)) &
+                                      ((above & -above) - 1));
+}
+
 /// Writes the lowest group of `cards` and takes it out of them.
 inline void generateLowestGroup(std::uint8_t suit, MoveFast*& out, std::uint16_t& cards,
                                 std::uint16_t separators)

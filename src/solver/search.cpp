@@ -16,19 +16,13 @@
 // (`Deal::suitChain`).
 #include "solver/card_on_table.h"
 #include "solver/dd_solver.h"
-#include "solver/move_ordering.h"
 #include "solver/sure_tricks.h"
 
 #include <algorithm>
-#include <array>
-#include <utility>
 
 namespace trikon {
 
 namespace {
-
-// How much the suit that was best before at a node weighs in the ordering of leads.
-constexpr int rememberedSuitWeight = 250;
 
 // More tricks than there can be, for a minimum.
 constexpr int tricksOfDeal = 13;
@@ -46,17 +40,6 @@ void coverWholeGroup(CardsConfiguration& relevant, const MoveFast& move)
     const std::uint16_t ranks = relevant.suit(move.suit);
     if ((ranks & move.equivalents) != 0 && (ranks & move.card) == 0) {
         relevant |= onlySuit(move.suit, ranksFrom(move.card));
-    }
-}
-
-// Brings the move that plays `card`, if there is one, to the front; the others keep their order.
-void moveToFront(MoveFast* begin, MoveFast* end, OneCardInSuit card)
-{
-    MoveFast* const found = std::find_if(begin, end, [&](const MoveFast& move) {
-        return move.suit == card.suit && (move.equivalents & card.card) != 0;
-    });
-    if (found != end) {
-        std::rotate(begin, found, found + 1);
     }
 }
 
@@ -131,11 +114,13 @@ std::int8_t DDSolver::searchStartTrick(std::int8_t target, PlayerNumber player,
     table.prefetch(player, situation.counts);  // which takes as long as the next two steps
 
     // Step 2. Cash what is sure.
-    QuickTricks<T> quickTricks;
-    const std::uint8_t sure = quickTricks(player, *deal, situation.cards, tricksLeft);
-    if (sure >= target) {
-        relevant |= coverOf(quickTricks.winners());
-        return static_cast<std::int8_t>(sure);
+    if (QuickTricks<T>::mayCash(target, player, *deal, situation)) {
+        QuickTricks<T> quickTricks;
+        const std::uint8_t sure = quickTricks(player, *deal, situation.cards, tricksLeft);
+        if (sure >= target) {
+            relevant |= coverOf(quickTricks.winners());
+            return static_cast<std::int8_t>(sure);
+        }
     }
 
     // Step 3. Leave the others the tricks that their trumps win in any case.
@@ -158,21 +143,18 @@ std::int8_t DDSolver::searchStartTrick(std::int8_t target, PlayerNumber player,
         return known;
     }
 
-    // Step 5. Generate the leads, suit by suit; what was best here before comes first.
-    std::array<MoveFast, cardsOfHand> leads;
-    MoveFast* const end = generateLeads(leads.data(), player, node.bestMove);
-    moveToFront(leads.data(), end, node.bestMove);
-
-    // Step 6. Try the leads until the other side falls short.
+    // Step 5. Try the leads until the other side falls short; what was best here before comes
+    // first.
     const auto othersTarget = static_cast<std::int8_t>(tricksLeft - target + 1);
-    const Tried tried = tryLeads<T>(leads.data(), end, othersTarget, player);
+    Leads leads(situation, *deal, bestLeads, player, node.bestMove);
+    const Tried tried = tryLeads<T>(leads, othersTarget, player);
     const auto bound = static_cast<std::int8_t>(tricksLeft - tried.othersTricks);
 
-    // Step 7. Remember the answer and what brought it about.
+    // Step 6. Remember the answer and what brought it about.
     const CardsConfiguration named = transformRelevance(tried.relevant, situation.cards, pattern);
     CardsConfiguration stored = pattern;
-    if (tried.winner != nullptr) {
-        const MoveFast& lead = *tried.winner;
+    if (tried.succeeds) {
+        const MoveFast& lead = leads.present();
         node.update_lower_bound(stored, situation, named, bound);
         node.bestMove = {lead.suit, lead.card};
         bestLeads[player][lead.suit][situation.cards.suit(lead.suit)] = lead.equivalents;
@@ -191,15 +173,7 @@ std::int8_t DDSolver::searchInTrick(std::int8_t target, PlayerNumber player,
     static_assert(1 <= pos && pos <= 3);
     ++nodes;
 
-    // Step 1. Win the lead and cash what is sure.
-    if constexpr (T == NoTrump && pos == 1) {
-        const std::int8_t sure = cashAfterLead(target, player, relevant, trick);
-        if (sure >= target) {
-            return sure;
-        }
-    }
-
-    // Step 2. Whoever is void may play any card.
+    // Step 1. Whoever is void may play any card.
     const std::int8_t tricksLeft = tricksOf(situation);
     const auto othersTarget = static_cast<std::int8_t>(tricksLeft - target + 1);
     const CardsConfiguration mine = situation.cards & (*deal)[player];
@@ -208,7 +182,7 @@ std::int8_t DDSolver::searchInTrick(std::int8_t target, PlayerNumber player,
                                         discard<T, pos>(othersTarget, player, relevant, trick));
     }
 
-    // Step 3. Others follow suit, first with what last worked in the same choice.
+    // Step 2. Others follow suit, first with what last worked in the same choice.
     FollowingMoves moves = FollowingMoves::of<pos>(situation, *deal, player, trick);
     std::uint32_t choice = 0;
     if (pos < 3 && moves.hasChoice() && trick.winningSuit == trick.ledSuit) {
@@ -219,7 +193,7 @@ std::int8_t DDSolver::searchInTrick(std::int8_t target, PlayerNumber player,
         }
     }
 
-    // Step 4. Try it, and the others only if it fails.
+    // Step 3. Try it, and the others only if it fails.
     MoveFast move = moves.present();
     std::int8_t others = playAndSearch<T, pos>(othersTarget, player, relevant, trick, move);
     if (others >= othersTarget) {
@@ -278,52 +252,57 @@ inline std::int8_t DDSolver::tryMoves(Moves& moves, std::int8_t othersTarget, Pl
     return fewest;
 }
 
-// The tricks that `player`, second to play at no trump, and his partner can cash; relevance is
-// added if they reach the target.
-std::int8_t DDSolver::cashAfterLead(std::int8_t target, PlayerNumber player,
-                                    CardsConfiguration& relevant, const Trick& trick) const
-{
-    CardsConfiguration inPlay = situation.cards;
-    inPlay.add({trick.ledSuit, trick.winningCard});
-    const std::int8_t tricksLeft = tricksOf(situation);
-    QuickTricks<NoTrump> quickTricks;
-    const auto sure = static_cast<std::int8_t>(
-        quickTricks.afterLead(player, *deal, inPlay, trick.ledSuit, tricksLeft));
-    if (sure >= target) {
-        relevant |= coverOf(quickTricks.winners());
-    }
-    return sure;
-}
-
 // --- what both have in common ---
 
-// Plays the leads one by one and asks whether the other side then reaches its target.
+// Tries the leads one by one: does the other side then reach its target?
 template <int T>
-DDSolver::Tried DDSolver::tryLeads(const MoveFast* begin, const MoveFast* end,
-                                   std::int8_t othersTarget, PlayerNumber player)
+DDSolver::Tried DDSolver::tryLeads(Leads& leads, std::int8_t othersTarget, PlayerNumber player)
 {
-    Tried failed{nullptr, tricksOfDeal, {}};
-    CardsConfiguration candidates = fullDeck;
-    for (const MoveFast* move = begin; move != end; ++move) {
-        if ((candidates.suit(move->suit) & move->equivalents) == 0) {
-            continue;
+    Tried failed{false, tricksOfDeal, {}};
+    // It does without a search if it wins the lead and cashes enough, whichever card of the suit is
+    // led. So it is asked once for each suit.
+    const bool mayCash =
+        QuickTricks<T>::mayCash(othersTarget, nextPlayer(player), *deal, situation);
+    unsigned suitsToAsk = mayCash ? (1U << suitsCount) - 1 : 0;
+    while (leads.next()) {
+        const MoveFast& lead = leads.present();
+        if ((suitsToAsk >> lead.suit & 1) != 0) {
+            suitsToAsk ^= 1U << lead.suit;
+            const std::int8_t sure =
+                cashAfterLead<T>(othersTarget, player, lead.suit, failed.relevant);
+            if (sure >= othersTarget) {
+                failed.othersTricks = std::min(failed.othersTricks, sure);
+                leads.leaveOutSuit();
+                continue;
+            }
         }
         CardsConfiguration relevant;
         const std::int8_t others =
-            playAndSearch<T, 0>(othersTarget, player, relevant, Trick(), *move);
+            playAndSearch<T, 0>(othersTarget, player, relevant, Trick(), lead);
         if (others < othersTarget) {
-            return {move, others, relevant};
+            return {true, others, relevant};
         }
-        coverWholeGroup(relevant, *move);
-        // If the rank of the card did not matter, neither does that of any other card of the suit
-        // outside the relevance: they fail as this one does.
-        if ((relevant.suit(move->suit) & move->card) == 0) {
-            candidates &= relevant | ~onlySuit(move->suit, fullSuit);
-        }
+        coverWholeGroup(relevant, lead);
+        leads.leaveOutAlike(relevant);
         failed.othersTricks = std::min(failed.othersTricks, others);
         failed.relevant |= relevant;
     }
     return failed;
+}
+
+// The tricks that the side after `player` can cash when he leads the suit; relevance is added if
+// they reach the target.
+template <int T>
+std::int8_t DDSolver::cashAfterLead(std::int8_t target, PlayerNumber player, int suit,
+                                    CardsConfiguration& relevant) const
+{
+    QuickTricks<T> quickTricks;
+    const auto sure = static_cast<std::int8_t>(quickTricks.afterLead(
+        nextPlayer(player), *deal, situation.cards, suit, tricksOf(situation)));
+    if (sure >= target) {
+        relevant |= coverOf(quickTricks.winners());
+    }
+    return sure;
 }
 
 // The other side's result against `target` once the player at `pos` has played the move.
@@ -362,55 +341,6 @@ std::int8_t DDSolver::searchNextTrick(std::int8_t target, PlayerNumber lastPlaye
     const std::int8_t tricksLeft = tricksOf(situation);
     const auto ownTarget = static_cast<std::int8_t>(tricksLeft - target + 1);
     return static_cast<std::int8_t>(tricksLeft - searchStartTrick<T>(ownTarget, leader, relevant));
-}
-
-// --- the moves to try ---
-
-MoveFast* DDSolver::generateLeads(MoveFast* out, PlayerNumber player, OneCardInSuit bestMove) const
-{
-    struct WeightedSuit {
-        int weight;
-        std::uint8_t suit;
-    };
-    std::array<WeightedSuit, suitsCount> suits;
-    unsigned count = 0;
-    const CardsConfiguration mine = situation.cards & (*deal)[player];
-    for (std::uint8_t suit = 0; suit < suitsCount; ++suit) {
-        if (mine.suit(suit) == 0) {
-            continue;
-        }
-        int weight = leadWeight(situation, *deal, player, suit);
-        weight += bestMove.card != 0 && bestMove.suit == suit ? rememberedSuitWeight : 0;
-        unsigned place = count++;
-        for (; place > 0 && suits[place - 1].weight < weight; --place) {
-            suits[place] = suits[place - 1];
-        }
-        suits[place] = {weight, suit};
-    }
-    for (unsigned place = 0; place < count; ++place) {
-        out = generateLeadsOfSuit(out, player, suits[place].suit);
-    }
-    return out;
-}
-
-// The group that last succeeded with these cards in play, then the highest one, then upward.
-inline MoveFast* DDSolver::generateLeadsOfSuit(MoveFast* out, PlayerNumber player,
-                                               std::uint8_t suit) const
-{
-    const std::uint16_t inPlay = situation.cards.suit(suit);
-    auto mine = static_cast<std::uint16_t>((*deal)[player].suit(suit) & inPlay);
-    const auto separators = static_cast<std::uint16_t>(inPlay ^ mine);
-    const std::uint16_t best = bestLeads[player][suit][inPlay];
-    if (best != 0) {
-        *out++ = {lowestCard(best), best, suit};
-        mine ^= best;
-    }
-    MoveFast* const others = out;
-    generateMovesInOneSuit(suit, out, mine, separators);
-    if (out - others > 1) {
-        std::rotate(others, out - 1, out);
-    }
-    return out;
 }
 
 }  // namespace trikon

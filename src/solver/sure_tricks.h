@@ -3,8 +3,8 @@
 // The last trick goes to the highest trump left, or else to the highest card of the suit led.
 // Before that, the side on lead may simply cash what `Deal::suitTricks` promises, suit after suit;
 // the hand in which one suit's run ends goes on with the next. Trumps are cashed first, or kept for
-// the end when more of them win there (`Deal::sureTrumps`). At no trump the other side cashes too,
-// when it is sure to win the trick led to. All report on which ranks they rely.
+// the end when more of them win there (`Deal::sureTrumps`). The other side cashes too, when it is
+// sure to win the trick led to. All report on which ranks they rely.
 #pragma once
 
 #include "solver/dd_solver.h"
@@ -26,13 +26,19 @@ public:
     std::uint8_t operator()(PlayerNumber player, const Deal& deal, const CardsConfiguration& inPlay,
                             const std::int8_t& rounds);
 
-    /// The tricks of the side of `second`, who is to play to a lead of `ledSuit` at no trump; 0 if
-    /// the side may lose this one.
+    /// The tricks of the side of `second`, who is to play to a lead of `ledSuit`; 0 if the side may
+    /// lose this one.
     ///
     /// The side wins the trick just as if it had led to it, whichever card of the suit was led:
     /// that card counts as still in the leader's hand in `inPlay`, and its trick in `rounds`.
     std::uint8_t afterLead(PlayerNumber second, const Deal& deal, const CardsConfiguration& inPlay,
                            int ledSuit, const std::int8_t& rounds);
+
+    /// False only if neither count reaches `target` for the side of `player`, whoever of it begins.
+    ///
+    /// Much faster than a count, and seldom wrong at no trump.
+    static bool mayCash(int target, PlayerNumber player, const Deal& deal,
+                        const Situation& situation);
 
     /// The `SuitTricks::winners` that the last count used; a suit that gave nothing is empty.
     ///
@@ -57,6 +63,9 @@ private:
     void take(int suitNumber, CashedTricks record, int rounds);
     // Answers how many rounds of trumps are drawn.
     int drawOrKeepTrumps();
+    int trumpsOfLongerHand() const;
+    // The side suits whose bits are set, when that many rounds are drawn.
+    void cashBeside(unsigned suits, int drawn);
 
     static constexpr unsigned allSuits = (1U << suitsCount) - 1;
 
@@ -88,22 +97,10 @@ std::uint8_t QuickTricks<T>::operator()(PlayerNumber player, const Deal& deal,
     start(player, deal, inPlay, rounds);
     if constexpr (T == NoTrump) {
         cashSuits(allSuits);
-        return static_cast<std::uint8_t>(tricks);
+    } else {
+        const int drawn = drawOrKeepTrumps();
+        cashBeside(allSuits ^ (1U << T), drawn);
     }
-    const int drawn = drawOrKeepTrumps();
-    // An opponent who keeps a trump ruffs as soon as he is void. The others follow for ever.
-    const auto followSet = [&](int opponent) {
-        const CardsConfiguration held = inPlay & deal[opponent & 3];
-        return drawn < held.countInSuit(T & 3) ? held : CardsConfiguration(fullDeck);
-    };
-    const CardsConfiguration left = followSet(player + 1);
-    const CardsConfiguration right = followSet(player + 3);
-    const auto cashBeside = [&](int suitNumber) {
-        cashSuit(suitNumber, std::min(left.countInSuit(suitNumber), right.countInSuit(suitNumber)));
-    };
-    cashBeside((T + 1) & 3);
-    cashBeside((T + 2) & 3);
-    cashBeside((T + 3) & 3);
     return static_cast<std::uint8_t>(tricks);
 }
 
@@ -119,24 +116,49 @@ int QuickTricks<T>::drawOrKeepTrumps()
         take(T & 3, drawn, ranksOfSuit);
         return drawn.tricks();
     }
-    const auto trumpsOf = [&](int player) {
-        return CardsConfiguration(inPlay & (*deal)[player]).countInSuit(T & 3);
-    };
-    tricks = kept.tricks;
-    roundsLeft -= std::max(trumpsOf(onLead), trumpsOf(onLead ^ 2));
+    tricks += kept.tricks;
+    roundsLeft -= trumpsOfLongerHand();
     cashed[T & 3] = {ranksOfSuit, kept.depth};
     return 0;
 }
 
+template <int T>
+int QuickTricks<T>::trumpsOfLongerHand() const
+{
+    const auto trumpsOf = [&](int player) {
+        return CardsConfiguration(inPlay & (*deal)[player]).countInSuit(T & 3);
+    };
+    return std::max(trumpsOf(onLead), trumpsOf(onLead ^ 2));
+}
+
+template <int T>
+void QuickTricks<T>::cashBeside(unsigned suits, int drawn)
+{
+    // An opponent who keeps a trump ruffs as soon as he is void. The others follow for ever.
+    const auto followSet = [&](int opponent) {
+        const CardsConfiguration held = inPlay & (*deal)[opponent & 3];
+        return drawn < held.countInSuit(T & 3) ? held : CardsConfiguration(fullDeck);
+    };
+    const CardsConfiguration left = followSet(onLead + 1);
+    const CardsConfiguration right = followSet(onLead + 3);
+    for (int place = 1; place < suitsCount; ++place) {
+        const int suitNumber = (T + place) & 3;
+        if ((suits >> suitNumber & 1) != 0) {
+            cashSuit(suitNumber,
+                     std::min(left.countInSuit(suitNumber), right.countInSuit(suitNumber)));
+        }
+    }
+}
+
 // The hand with the better run of the suit plays as if it led: what an opponent has played before
 // it is one of the cards that the run has an answer to, and so is what comes after. So the suit is
-// cashed first, and the rest as always.
+// cashed first, no longer than both opponents follow while they have trumps, and the rest as
+// always.
 template <int T>
 std::uint8_t QuickTricks<T>::afterLead(PlayerNumber second, const Deal& deal,
                                        const CardsConfiguration& inPlay, int ledSuit,
                                        const std::int8_t& rounds)
 {
-    static_assert(T == NoTrump);
     const std::uint16_t order = deal.order(ledSuit, inPlay.suit(ledSuit));
     const int own = deal.cashedTricks(second, ledSuit, order).tricks();
     const int partners = deal.cashedTricks(partner(second), ledSuit, order).tricks();
@@ -144,8 +166,24 @@ std::uint8_t QuickTricks<T>::afterLead(PlayerNumber second, const Deal& deal,
         return 0;
     }
     start(own >= partners ? second : partner(second), deal, inPlay, rounds);
-    cashSuit(ledSuit, ranksOfSuit);
-    cashSuits(allSuits ^ (1U << ledSuit));
+    if constexpr (T == NoTrump) {
+        cashSuit(ledSuit, ranksOfSuit);
+        cashSuits(allSuits ^ (1U << ledSuit));
+    } else if (ledSuit == T) {
+        cashSuit(ledSuit, ranksOfSuit);
+        cashBeside(allSuits ^ (1U << T), tricks);
+    } else {
+        // A hand with nothing but trumps would ruff.
+        const int roundsOfTrumps = trumpsOfLongerHand();
+        roundsLeft -= roundsOfTrumps;
+        cashBeside(1U << ledSuit, 0);
+        roundsLeft += roundsOfTrumps;
+        if (tricks == 0) {
+            return 0;
+        }
+        const int drawn = drawOrKeepTrumps();
+        cashBeside(allSuits ^ (1U << T) ^ (1U << ledSuit), drawn);
+    }
     return static_cast<std::uint8_t>(tricks);
 }
 
@@ -193,7 +231,7 @@ void QuickTricks<T>::cashSuit(int suitNumber, int mostRounds)
     const std::uint16_t order = deal->order(suitNumber, inPlay.suit(suitNumber));
     CashedTricks record = deal->cashedTricks(onLead, suitNumber, order);
     int rounds = ranksOfSuit;
-    if (T != NoTrump && record.tricks() > mostRounds) {
+    if (T != NoTrump && suitNumber != T && record.tricks() > mostRounds) {
         rounds = mostRounds;
         record =
             deal->cashedTricks(onLead, suitNumber, deal->topRoundsOrder(suitNumber, order, rounds));
@@ -220,6 +258,39 @@ void QuickTricks<T>::take(int suitNumber, CashedTricks record, int rounds)
     roundsLeft -= record.tricks();
     cashed[static_cast<unsigned>(suitNumber)] = {rounds, record.depth()};
     onLead = record.leader();
+}
+
+// The best that either hand of the side can do in each suit, with all the trumps drawn that it may
+// draw.
+template <int T>
+inline bool QuickTricks<T>::mayCash(int target, PlayerNumber player, const Deal& deal,
+                                    const Situation& situation)
+{
+    const auto orderOf = [&](int suitNumber) {
+        return deal.order(suitNumber, situation.cards.suit(suitNumber));
+    };
+    const auto bestOf = [&](int suitNumber) {
+        return deal.cashedTricks(player, suitNumber, orderOf(suitNumber)).best();
+    };
+    if constexpr (T == NoTrump) {
+        return bestOf(Clubs) + bestOf(Diamonds) + bestOf(Hearts) + bestOf(Spades) >= target;
+    } else {
+        const int drawn = bestOf(T);
+        // In how many rounds of each suit an opponent follows or has no trump, four bits each.
+        const auto followed = [&](int opponent) {
+            const auto lengths = static_cast<unsigned>(situation.counts >> (16 * (opponent & 3)));
+            return drawn < static_cast<int>(lengths >> (4 * T) & 15) ? lengths : ~0U;
+        };
+        const unsigned left = followed(player + 1);
+        const unsigned right = followed(player + 3);
+        int most = std::max(drawn, int{deal.sureTrumps(player, T, orderOf(T)).tricks});
+        for (int place = 1; place < suitsCount; ++place) {
+            const int suitNumber = (T + place) & 3;
+            most += std::min({bestOf(suitNumber), static_cast<int>(left >> (4 * suitNumber) & 15),
+                              static_cast<int>(right >> (4 * suitNumber) & 15)});
+        }
+        return most >= target;
+    }
 }
 
 template <int T>

@@ -6,7 +6,9 @@
 
 #include <gtest/gtest.h>
 
+#include <gmock/gmock.h>
 #include <memory>
+#include <type_traits>
 
 namespace trikon {
 
@@ -29,24 +31,48 @@ TrumpTricks sureTrumps(Trump trump, PlayerNumber player, const Deal& deal)
     return {sure.tricks, _highest_mask[trumps][sure.depth]};
 }
 
-template <int T>
-Count countWith(PlayerNumber leader, const Deal& deal, CardsConfiguration inPlay)
+// Calls `function` with the trump as a constant.
+template <class Function>
+auto withTrump(Trump trump, Function function)
 {
-    QuickTricks<T> quickTricks;
-    const auto rounds = static_cast<std::int8_t>(inPlay.count() / 4);
-    const int tricks = quickTricks(leader, deal, inPlay, rounds);
-    return {tricks, quickTricks.winners()};
+    switch (trump) {
+    case Clubs: return function(std::integral_constant<int, Clubs>());
+    case Diamonds: return function(std::integral_constant<int, Diamonds>());
+    case Hearts: return function(std::integral_constant<int, Hearts>());
+    case Spades: return function(std::integral_constant<int, Spades>());
+    default: return function(std::integral_constant<int, NoTrump>());
+    }
 }
 
 Count count(Trump trump, PlayerNumber leader, const Deal& deal)
 {
-    switch (trump) {
-    case Clubs: return countWith<Clubs>(leader, deal, deal.allCards());
-    case Diamonds: return countWith<Diamonds>(leader, deal, deal.allCards());
-    case Hearts: return countWith<Hearts>(leader, deal, deal.allCards());
-    case Spades: return countWith<Spades>(leader, deal, deal.allCards());
-    default: return countWith<NoTrump>(leader, deal, deal.allCards());
-    }
+    return withTrump(trump, [&](auto constant) -> Count {
+        QuickTricks<constant> quickTricks;
+        const CardsConfiguration inPlay = deal.allCards();
+        const int tricks =
+            quickTricks(leader, deal, inPlay, static_cast<std::int8_t>(inPlay.count() / 4));
+        return {tricks, quickTricks.winners()};
+    });
+}
+
+// The same for the side of `second` after a lead of the suit.
+Count countAfterLead(Trump trump, PlayerNumber second, int suit, const Deal& deal)
+{
+    return withTrump(trump, [&](auto constant) -> Count {
+        QuickTricks<constant> quickTricks;
+        const CardsConfiguration inPlay = deal.allCards();
+        const int tricks = quickTricks.afterLead(second, deal, inPlay, suit,
+                                                 static_cast<std::int8_t>(inPlay.count() / 4));
+        return {tricks, quickTricks.winners()};
+    });
+}
+
+bool mayCash(int target, Trump trump, PlayerNumber player, const Deal& deal)
+{
+    const Situation situation(deal.allCards(), deal);
+    return withTrump(trump, [&](auto constant) {
+        return QuickTricks<constant>::mayCash(target, player, deal, situation);
+    });
 }
 
 std::unique_ptr<Deal> dealOf(const Hands& hands)
@@ -60,7 +86,9 @@ std::unique_ptr<Deal> dealOf(const Hands& hands)
 void expectPromiseKept(std::mt19937_64& random, const Hands& hands, Trump trump,
                        PlayerNumber leader)
 {
-    const Count sure = count(trump, leader, *dealOf(hands));
+    const auto deal = dealOf(hands);
+    const Count sure = count(trump, leader, *deal);
+    ASSERT_TRUE(mayCash(sure.tricks, trump, leader, *deal)) << describe(hands, trump, leader);
     SCOPED_TRACE(str_contat(sure.tricks, " in ", describe(hands, trump, leader), " on ",
                             CardsConfiguration(coverOf(sure.winners) & fullDeck)));
     ASSERT_TRUE(referenceCanTake(hands, trump, leader, sure.tricks));
@@ -71,16 +99,16 @@ void expectPromiseKept(std::mt19937_64& random, const Hands& hands, Trump trump,
     }
 }
 
-// North and South take so many tricks at no trump, whichever card of the suit West leads.
-void expectTakenAfterLeads(const Hands& hands, int suit, int tricks)
+// North and South take so many tricks, whichever card of the suit West leads.
+void expectTakenAfterLeads(const Hands& hands, Trump trump, int suit, int tricks)
 {
     for (unsigned cards = hands[West].suit(suit); cards != 0; cards &= cards - 1) {
         const OneCardInSuit lead{static_cast<std::uint8_t>(suit),
                                  lowestCard(static_cast<std::uint16_t>(cards))};
         Hands left = hands;
         left[West].remove(lead);
-        ASSERT_TRUE(referenceCanTake(left, NoTrump, North, tricks, {&lead, 1}))
-            << tricks << " in " << describe(hands, NoTrump, West);
+        ASSERT_TRUE(referenceCanTake(left, trump, North, tricks, {&lead, 1}))
+            << tricks << " in " << describe(hands, trump, West);
     }
 }
 
@@ -152,7 +180,7 @@ TEST(QuickTricks, CountSuitAfterSuitFromTheHandOnLead)
 TEST(QuickTricks, CountNoMoreRoundsThanAreLeft)
 {
     const auto deal = dealOf(handsOf("AKQ.A.. 432..2. 765.2.. JT9...2"));
-    EXPECT_EQ(countWith<NoTrump>(North, *deal, deal->allCards()).tricks, 4);
+    EXPECT_EQ(count(NoTrump, North, *deal).tricks, 4);
     QuickTricks<NoTrump> quickTricks;
     EXPECT_EQ(quickTricks(North, *deal, deal->allCards(), 2), 2);
     EXPECT_EQ(quickTricks.winners(), readWholeHand("A.A.."));
@@ -210,23 +238,29 @@ TEST(QuickTricks, HoldWhateverTheOtherCardsAre)
 TEST(QuickTricks, AreCashedAfterALeadThatTheSecondHandsSideWins)
 {
     std::mt19937_64 random(13);
-    int counted = 0;
-    forRandomEndings(random, {{2, 400}, {3, 1000}, {4, 1000}, {5, 200}}, [&](const Hands& hands) {
-        const auto rounds = static_cast<std::int8_t>(hands[North].count());
+    int counted[trumpsCount] = {};
+    const auto expectKept = [&](const Hands& hands, Trump trump, int suit) {
         const auto deal = dealOf(hands);
-        for (int suit = Clubs; suit <= Spades; ++suit) {
-            if (hands[West].suit(suit) == 0) {
-                continue;
+        const Count sure = countAfterLead(trump, North, suit, *deal);
+        counted[trump] += sure.tricks;
+        ASSERT_TRUE(mayCash(sure.tricks, trump, North, *deal)) << describe(hands, trump, West);
+        if (sure.tricks > 0) {
+            const CardsConfiguration relevant = coverOf(sure.winners);
+            expectTakenAfterLeads(hands, trump, suit, sure.tricks);
+            expectTakenAfterLeads(shuffledOutside(random, hands, relevant), trump, suit,
+                                  sure.tricks);
+        }
+    };
+    forRandomEndings(random, {{2, 400}, {3, 800}, {4, 600}, {5, 100}}, [&](const Hands& hands) {
+        for (const Trump trump : {Clubs, Diamonds, Hearts, Spades, NoTrump}) {
+            for (int suit = Clubs; suit <= Spades; ++suit) {
+                if (hands[West].suit(suit) != 0) {
+                    expectKept(hands, trump, suit);
+                }
             }
-            QuickTricks<NoTrump> quickTricks;
-            const int tricks = quickTricks.afterLead(North, *deal, deal->allCards(), suit, rounds);
-            counted += tricks;
-            const CardsConfiguration relevant = coverOf(quickTricks.winners());
-            expectTakenAfterLeads(hands, suit, tricks);
-            expectTakenAfterLeads(shuffledOutside(random, hands, relevant), suit, tricks);
         }
     });
-    EXPECT_GT(counted, 0);
+    EXPECT_THAT(counted, testing::Each(testing::Gt(100)));
 }
 
 TEST(SureTrumps, AreTopsNoMoreThanTheLongerHandHasOrWhatNobodyCanBeat)
