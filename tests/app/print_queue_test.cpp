@@ -123,9 +123,14 @@ TEST_F(PrintQueueStory, RejectedNumbersArePassedInWhateverOrderTheyCome)
     std::vector<unsigned long> accepted;
     start(end);
     for (unsigned long first = 0; first < end; first += 64) {
-        // Long and short runs, now and then all of a burst; most reported together.
-        const std::uint64_t rejected =
-            first % 640 == 0 ? ~std::uint64_t{0} : engine() | (engine() & engine());
+        // Long runs and single numbers far from each other, now and then all of a burst; most
+        // reported together.
+        const std::uint64_t half = engine();
+        const std::uint64_t dense = half | engine();
+        const std::uint64_t sparse = half & engine() & engine() & engine();
+        const std::uint64_t rejected = first % 640 == 0   ? ~std::uint64_t{0}
+                                       : first % 128 == 0 ? dense
+                                                          : sparse;
         const std::uint64_t together = engine() | engine();
         reports.emplace_back(first, rejected & together);
         for (unsigned long place = 0; place < 64; ++place) {
