@@ -199,7 +199,9 @@ PrintQueue::Items PrintQueue::takeBatch()
         --needed;
         ++printed;
     }
-    over = needed == 0;
+    if (needed == 0) {
+        over = true;
+    }
     return batch;
 }
 
