@@ -73,56 +73,33 @@ void TranspositionTable::Node::update_lower_bound(CardsConfiguration& pattern,
                                                   std::uint64_t relevant, std::int8_t bound)
 {
     pattern &= relevant;
-    const auto tricksLeft = static_cast<std::int8_t>(situation.cardsCount / 4);
-    const bool isKept = anyOf([&](Entry& entry) {
-        if ((entry.pattern() & relevant) != pattern) {
-            return false;
-        }
-        if (entry.pattern() == pattern) {
-            entry.setLower(std::max(entry.lower(), bound));
-            return true;
-        }
-        // The entry stands on more cards. If it says no more, it can stand on these alone, unless
-        // its other bound needs them.
-        if (entry.lower() > bound) {
-            return false;
-        }
-        entry.setLower(bound);
-        if (entry.upper() != tricksLeft) {
-            return false;
-        }
-        entry.widenTo(pattern);
-        return true;
-    });
-    if (!isKept) {
-        add({pattern, bound, tricksLeft});
-    }
+    update(pattern, relevant, bound, static_cast<std::int8_t>(situation.cardsCount / 4));
 }
 
 void TranspositionTable::Node::update_upper_bound(CardsConfiguration& pattern,
                                                   std::uint64_t relevant, std::int8_t bound)
 {
     pattern &= relevant;
+    update(pattern, relevant, 0, bound);
+}
+
+void TranspositionTable::Node::update(CardsConfiguration pattern, std::uint64_t relevant,
+                                      std::int8_t lower, std::int8_t upper)
+{
     const bool isKept = anyOf([&](Entry& entry) {
         if ((entry.pattern() & relevant) != pattern) {
             return false;
         }
-        if (entry.pattern() == pattern) {
-            entry.setUpper(std::min(entry.upper(), bound));
-            return true;
-        }
-        if (entry.upper() < bound) {
-            return false;
-        }
-        entry.setUpper(bound);
-        if (entry.lower() != 0) {
-            return false;
-        }
-        entry.widenTo(pattern);
-        return true;
+        // An entry that stands on more cards can stand on these alone if it says no more, unless
+        // its other bound needs them.
+        const bool saysNoMore = entry.lower() <= lower && upper <= entry.upper();
+        const bool standsOnThese = saysNoMore || entry.pattern() == pattern;
+        entry = {standsOnThese ? pattern : entry.pattern(), std::max(entry.lower(), lower),
+                 std::min(entry.upper(), upper)};
+        return standsOnThese;
     });
     if (!isKept) {
-        add({pattern, 0, bound});
+        add({pattern, lower, upper});
     }
 }
 

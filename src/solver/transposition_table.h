@@ -43,10 +43,6 @@ public:
         CardsConfiguration pattern() const { return word & fullDeck; }
         std::int8_t lower() const { return gather(word >> lowerAt); }
         std::int8_t upper() const { return gather(word >> upperAt); }
-        void setLower(int bound) { *this = {pattern(), bound, upper()}; }
-        void setUpper(int bound) { *this = {pattern(), lower(), bound}; }
-        /// Lets the entry stand on `fewerCards`, a part of its pattern.
-        void widenTo(CardsConfiguration fewerCards) { *this = {fewerCards, lower(), upper()}; }
 
     private:
         static constexpr int lowerAt = 13;  // and 16 bits further
@@ -147,6 +143,9 @@ public:
 private:
     static constexpr std::size_t mostHot = 5;
 
+    // Records these bounds, of which one says nothing.
+    void update(CardsConfiguration pattern, std::uint64_t relevant, std::int8_t lower,
+                std::int8_t upper);
     void add(Entry entry);
     // Shows entries to the function, the last first, until it answers true; true if it does.
     template <class Function>

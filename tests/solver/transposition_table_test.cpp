@@ -166,10 +166,7 @@ TEST(TableEntry, KeepsPatternAndBoundsApart)
     for (const CardsConfiguration pattern : {setOf("..."), setOf("AK2..2.A"), {fullDeck}}) {
         for (std::int8_t lower = 0; lower <= 13; ++lower) {
             for (std::int8_t upper = 0; upper <= 13; ++upper) {
-                TranspositionTable::Entry entry(setOf("A.A.A.A"), 3, 8);
-                entry.setLower(lower);
-                entry.widenTo(pattern);
-                entry.setUpper(upper);
+                const TranspositionTable::Entry entry(pattern, lower, upper);
                 ASSERT_EQ(entry.pattern(), pattern);
                 ASSERT_EQ(entry.lower(), lower);
                 ASSERT_EQ(entry.upper(), upper);
