@@ -40,10 +40,8 @@ constexpr std::uint16_t lowestGroup(unsigned cards, unsigned separators)
 /// The group of `cards` with `card` in it.
 inline std::uint16_t groupOf(std::uint16_t card, unsigned cards, unsigned separators)
 {
-    const unsigned below = separators & (card - 1U);
-    const unsigned above = separators & ~(card - 1U);
-    return static_cast<std::uint16_t>(cards & ranksAbove(static_cast<std::uint16_t>(below)) &
-                                      ((above & -above) - 1));
+    const auto below = static_cast<std::uint16_t>(separators & (card - 1U));
+    return lowestGroup(cards & ranksAbove(below), separators);
 }
 
 /// Writes the lowest group of `cards` and takes it out of them.
