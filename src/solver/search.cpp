@@ -111,7 +111,7 @@ std::int8_t DDSolver::searchStartTrick(std::int8_t target, PlayerNumber player,
         return searchLastTrick<T>(player, relevant) ? 1 : 0;
     }
 
-    table.prefetch(player, situation.counts);  // which takes as long as the next two steps
+    table.prefetch(player, situation.counts);  // which takes longer than the next two steps
 
     // Step 2. Cash what is sure.
     if (QuickTricks<T>::mayCash(target, player, *deal, situation)) {
@@ -182,7 +182,11 @@ std::int8_t DDSolver::searchInTrick(std::int8_t target, PlayerNumber player,
                                         discard<T, pos>(othersTarget, player, relevant, trick));
     }
 
-    // Step 2. Others follow suit, first with what last worked in the same choice.
+    // Step 2. Others follow suit, first with what last worked in the same choice. Behind the last
+    // card the table will be asked, and where depends on its suit alone.
+    if constexpr (pos == 3) {
+        table.prefetchPlaces(situation.counts - countOf(player, trick.ledSuit));
+    }
     FollowingMoves moves = FollowingMoves::of<pos>(situation, *deal, player, trick);
     std::uint32_t choice = 0;
     if (pos < 3 && moves.hasChoice() && trick.winningSuit == trick.ledSuit) {

@@ -2,8 +2,8 @@
 #include "solver/transposition_table.h"
 
 #include <algorithm>
+#include <bit>
 #include <cassert>
-#include <iterator>
 #include <utility>
 
 namespace trikon {
@@ -38,12 +38,12 @@ std::int8_t TranspositionTable::Node::check(CardsConfiguration pattern,
 template <class Function>
 inline bool TranspositionTable::Node::anyOf(Function isSought)
 {
-    for (std::size_t place = hotCount; place-- > 0;) {
+    for (std::uint32_t place = hotCount; place-- > 0;) {
         if (isSought(hot[place])) {
             return true;
         }
     }
-    for (std::size_t place = cold.size(); place-- > 0;) {
+    for (std::uint32_t place = coldCount; place-- > 0;) {
         if (isSought(cold[place])) {
             return true;
         }
@@ -54,16 +54,31 @@ inline bool TranspositionTable::Node::anyOf(Function isSought)
 void TranspositionTable::Node::add(Entry entry)
 {
     if (hotCount == mostHot) {
-        cold.push_back(hot[0]);
+        addCold(hot[0]);
         std::copy(hot.begin() + 1, hot.end(), hot.begin());
         --hotCount;
     }
     hot[hotCount++] = entry;
 }
 
+void TranspositionTable::Node::addCold(Entry entry)
+{
+    // With the allocator's own word, one less than a power of two fills a block of memory.
+    constexpr std::uint32_t fewest = 3;
+    const bool isFull =
+        coldCount == 0 || (coldCount >= fewest && std::has_single_bit(coldCount + 1U));
+    if (isFull) {
+        auto larger =
+            std::make_unique_for_overwrite<Entry[]>(std::max(fewest, 2U * coldCount + 1U));
+        std::copy_n(cold.get(), coldCount, larger.get());
+        cold = std::move(larger);
+    }
+    cold[coldCount++] = entry;
+}
+
 std::vector<TranspositionTable::Entry> TranspositionTable::Node::entries() const
 {
-    std::vector<Entry> all = cold;
+    std::vector<Entry> all(cold.get(), cold.get() + coldCount);
     all.insert(all.end(), hot.begin(), hot.begin() + hotCount);
     return all;
 }
@@ -106,54 +121,79 @@ void TranspositionTable::Node::update(CardsConfiguration pattern, std::uint64_t 
 TranspositionTable::Node& TranspositionTable::findOrMake(PlayerNumber leader,
                                                          TrickCountConfiguration counts)
 {
-    Node& node = maps[static_cast<unsigned>(leader)][counts];
-    if (nodesCount() > places.size() / 2) {
-        emptyPlaces(placeBits + 2);
+    if (made >> chunkBits == chunks.size()) {  // first of all, as memory may have run out
+        chunks.push_back(std::make_unique<Node[]>(nodesOfChunk));
     }
-    places[placeOf(leader, counts)] = {counts, &node};
-    return node;
+    auto& numbers = maps[static_cast<unsigned>(leader)];
+    const auto [entry, isNew] = numbers.try_emplace(counts, made);
+    const std::uint32_t number = entry->second;
+    if (isNew) {
+        make(leader, counts);
+    } else {
+        places.put(leader, counts, number);
+    }
+    return at(number);
 }
 
-void TranspositionTable::emptyPlaces(int newPlaceBits)
+void TranspositionTable::make(PlayerNumber leader, TrickCountConfiguration counts)
 {
-    placeBits = newPlaceBits;
-    places.assign(std::size_t{playersCount} << placeBits, {});
-}
-
-void TranspositionTable::clear()
-{
-    emptyPlaces(fewestPlaceBits);
-    for (auto& map : maps) {
-        map.clear();
+    const std::uint32_t number = made++;
+    Node& node = at(number);
+    node.counts = counts;
+    node.leader = static_cast<unsigned>(leader) & 3;
+    if (places.areFewFor(made)) {
+        places.enlarge();
+        putAll();
+    } else {
+        places.put(leader, counts, number);
     }
 }
+
+void TranspositionTable::putAll()
+{
+    for (std::uint32_t number = 0; number < made; ++number) {
+        const Node& node = at(number);
+        places.put(static_cast<PlayerNumber>(node.leader), node.counts, number);
+    }
+}
+
+void TranspositionTable::forgetFrom(std::uint32_t number)
+{
+    constexpr std::size_t chunksToKeep = 16;  // a megabyte
+    for (std::uint32_t forgotten = number; forgotten < made; ++forgotten) {
+        at(forgotten) = {};
+    }
+    made = number;
+    chunks.resize(
+        std::min(chunks.size(), std::max(chunksToKeep, (made >> chunkBits) + std::size_t{1})));
+    places.clear();
+    for (auto& numbers : maps) {
+        numbers.clear();
+    }
+}
+
+void TranspositionTable::clear() { forgetFrom(0); }
 
 void TranspositionTable::clear_most(std::int8_t cards)
 {
-    emptyPlaces(placeBits);
-    for (auto& map : maps) {
-        for (auto place = map.begin(); place != map.end();) {
-            place = place->first.sum() <= cards ? map.erase(place) : std::next(place);
+    std::uint32_t kept = 0;
+    for (std::uint32_t number = 0; number < made; ++number) {
+        if (at(number).counts.sum() > cards) {
+            at(kept++) = std::move(at(number));
         }
     }
-}
-
-std::size_t TranspositionTable::nodesCount() const
-{
-    std::size_t count = 0;
-    for (const auto& map : maps) {
-        count += map.size();
+    forgetFrom(kept);
+    for (std::uint32_t number = 0; number < made; ++number) {
+        maps[at(number).leader].emplace(at(number).counts, number);
     }
-    return count;
+    putAll();
 }
 
 std::size_t TranspositionTable::entriesCount() const
 {
     std::size_t count = 0;
-    for (const auto& map : maps) {
-        for (const auto& [counts, node] : map) {
-            count += node.entriesCount();
-        }
+    for (std::uint32_t number = 0; number < made; ++number) {
+        count += at(number).entriesCount();
     }
     return count;
 }

@@ -11,6 +11,7 @@
 #pragma once
 
 #include "cards/situation.h"
+#include "solver/node_places.h"
 #include "solver/suit_masks.h"
 
 #include <boost/unordered_map.hpp>
@@ -18,6 +19,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 namespace trikon {
@@ -67,54 +69,44 @@ public:
     /// The node of a position with `leader` on lead, made when there is none.
     ///
     /// The reference stays good while further nodes are made.
-    Node& node(PlayerNumber leader, TrickCountConfiguration counts)
-    {
-        const Place& place = places[placeOf(leader, counts)];
-        const bool isHere = place.counts == counts && place.node != nullptr;
-        return isHere ? *place.node : findOrMake(leader, counts);
-    }
+    Node& node(PlayerNumber leader, TrickCountConfiguration counts);
 
+    /// Has the memory fetched in which a node will be looked up, whoever leads.
+    void prefetchPlaces(TrickCountConfiguration counts) const { places.prefetch(counts); }
     /// Has the memory of a node fetched that will be asked for soon.
-    void prefetch(PlayerNumber leader, TrickCountConfiguration counts) const
-    {
-        __builtin_prefetch(&places[placeOf(leader, counts)]);
-    }
+    void prefetch(PlayerNumber leader, TrickCountConfiguration counts) const;
 
     /// Forgets everything.
     void clear();
-    /// Forgets the positions with at most `cards` cards in play.
+    /// Forgets the positions with at most `cards` cards in play, and moves the nodes of others.
     void clear_most(std::int8_t cards);
 
-    std::size_t nodesCount() const;
+    std::size_t nodesCount() const { return made; }
     std::size_t entriesCount() const;
 
 private:
-    // Where a node was last found; it may be taken over by another.
-    struct Place {
-        std::uint64_t counts;
-        Node* node;
-    };
+    static constexpr int chunkBits = 10;
+    static constexpr std::uint32_t nodesOfChunk = 1U << chunkBits;
 
-    // For each leader; there are four times as many as soon as nodes fill half of them.
-    static constexpr int fewestPlaceBits = 11;
-
-    std::size_t placeOf(PlayerNumber leader, TrickCountConfiguration counts) const
-    {
-        const std::uint64_t spread = counts * 0x9e3779b97f4a7c15U >> (64 - placeBits);
-        return static_cast<std::size_t>(leader) << placeBits | spread;
-    }
+    Node& at(std::uint32_t number) const;
     Node& findOrMake(PlayerNumber leader, TrickCountConfiguration counts);
-    void emptyPlaces(int newPlaceBits);
+    void make(PlayerNumber leader, TrickCountConfiguration counts);
+    // Gives every node a place.
+    void putAll();
+    // Forgets the nodes from this number on, and where the others are.
+    void forgetFrom(std::uint32_t number);
 
-    // Most questions are about few nodes, and the maps take many steps to find one.
-    int placeBits = fewestPlaceBits;
-    std::vector<Place> places{playersCount << fewestPlaceBits};
-    // The search holds on to a node while it adds others, which a map that moves its values in
-    // memory would not allow.
-    std::array<boost::unordered_map<TrickCountConfiguration, Node>, playersCount> maps;
+    // The nodes in the order in which they were made. The search holds on to a node while it adds
+    // others, so they are never moved in memory.
+    std::vector<std::unique_ptr<Node[]>> chunks;
+    std::uint32_t made = 0;
+    // By leader: the numbers of the nodes.
+    std::array<boost::unordered_map<TrickCountConfiguration, std::uint32_t>, playersCount> maps;
+    NodePlaces places;
 };
 
-class TranspositionTable::Node {
+/// One line of a cache.
+class alignas(64) TranspositionTable::Node {
 public:
     /// The bound that decides whether `target` tricks can be taken, -1 when none does.
     ///
@@ -135,27 +127,65 @@ public:
 
     /// Those added or asked for last are at the back.
     std::vector<Entry> entries() const;
-    std::size_t entriesCount() const { return cold.size() + hotCount; }
-
-    /// The lead that last reached its target here, in whatever deal of the ranks; no card if none.
-    OneCardInSuit bestMove{0, 0};
+    std::size_t entriesCount() const { return coldCount + hotCount; }
 
 private:
+    friend class TranspositionTable;
+
     static constexpr std::size_t mostHot = 5;
 
     // Records these bounds, of which one says nothing.
     void update(CardsConfiguration pattern, std::uint64_t relevant, std::int8_t lower,
                 std::int8_t upper);
     void add(Entry entry);
+    void addCold(Entry entry);
     // Shows entries to the function, the last first, until it answers true; true if it does.
     template <class Function>
     bool anyOf(Function isSought);
 
     // The last ones are here, where no further memory has to be fetched for them. Those before are
-    // cold. An entry that decides changes places with the one behind it.
+    // cold: there is room for one less than a power of two. An entry that decides changes places
+    // with the one behind it.
     std::array<Entry, mostHot> hot{};
-    std::uint8_t hotCount = 0;
-    std::vector<Entry> cold;
+    std::unique_ptr<Entry[]> cold;
+    TrickCountConfiguration counts;
+    std::uint32_t coldCount : 27 = 0;
+    std::uint32_t hotCount : 3 = 0;
+    std::uint32_t leader : 2 = 0;
+
+public:
+    /// The lead that last reached its target here, in whatever deal of the ranks; no card if none.
+    OneCardInSuit bestMove{0, 0};
 };
+
+static_assert(sizeof(TranspositionTable::Node) == 64);
+
+// --- inline definitions ---
+
+inline TranspositionTable::Node& TranspositionTable::at(std::uint32_t number) const
+{
+    return chunks[number >> chunkBits][number % nodesOfChunk];
+}
+
+inline TranspositionTable::Node& TranspositionTable::node(PlayerNumber leader,
+                                                          TrickCountConfiguration counts)
+{
+    const std::uint32_t number = places.find(leader, counts);
+    if (number != NodePlaces::unknown) {
+        Node& found = at(number);
+        if (found.counts == counts) {
+            return found;
+        }
+    }
+    return findOrMake(leader, counts);
+}
+
+inline void TranspositionTable::prefetch(PlayerNumber leader, TrickCountConfiguration counts) const
+{
+    const std::uint32_t number = places.find(leader, counts);
+    if (number != NodePlaces::unknown) {
+        __builtin_prefetch(&at(number));
+    }
+}
 
 }  // namespace trikon
