@@ -111,7 +111,8 @@ std::int8_t DDSolver::searchStartTrick(std::int8_t target, PlayerNumber player,
         return searchLastTrick<T>(player, relevant) ? 1 : 0;
     }
 
-    table.prefetch(player, situation.counts);  // which takes longer than the next two steps
+    // To fetch it takes longer than the next two steps.
+    const std::uint32_t likely = table.prefetch(player, situation.counts);
 
     // Step 2. Cash what is sure.
     if (QuickTricks<T>::mayCash(target, player, *deal, situation)) {
@@ -135,7 +136,7 @@ std::int8_t DDSolver::searchStartTrick(std::int8_t target, PlayerNumber player,
 
     // Step 4. Ask the table. It answers in names, and the caller is told ranks.
     const CardsConfiguration pattern = deal->pattern(situation.cards);
-    TranspositionTable::Node& node = table.node(player, situation.counts);
+    TranspositionTable::Node& node = table.prefetchedNode(likely, player, situation.counts);
     std::uint64_t cover = 0;
     const std::int8_t known = node.check(pattern, situation, target, cover);
     if (known >= 0) {

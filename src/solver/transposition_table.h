@@ -73,8 +73,10 @@ public:
 
     /// Has the memory fetched in which a node will be looked up, whoever leads.
     void prefetchPlaces(TrickCountConfiguration counts) const { places.prefetch(counts); }
-    /// Has the memory of a node fetched that will be asked for soon.
-    void prefetch(PlayerNumber leader, TrickCountConfiguration counts) const;
+    /// Has the memory of a node fetched that will be asked for soon, and answers where it may be.
+    std::uint32_t prefetch(PlayerNumber leader, TrickCountConfiguration counts) const;
+    /// `node` after `prefetch` has answered `likely`, with no other node made meanwhile.
+    Node& prefetchedNode(std::uint32_t likely, PlayerNumber leader, TrickCountConfiguration counts);
 
     /// Forgets everything.
     void clear();
@@ -170,22 +172,25 @@ inline TranspositionTable::Node& TranspositionTable::at(std::uint32_t number) co
 inline TranspositionTable::Node& TranspositionTable::node(PlayerNumber leader,
                                                           TrickCountConfiguration counts)
 {
-    const std::uint32_t number = places.find(leader, counts);
-    if (number != NodePlaces::unknown) {
-        Node& found = at(number);
-        if (found.counts == counts) {
-            return found;
-        }
-    }
-    return findOrMake(leader, counts);
+    return prefetchedNode(places.find(leader, counts), leader, counts);
 }
 
-inline void TranspositionTable::prefetch(PlayerNumber leader, TrickCountConfiguration counts) const
+inline std::uint32_t TranspositionTable::prefetch(PlayerNumber leader,
+                                                  TrickCountConfiguration counts) const
 {
-    const std::uint32_t number = places.find(leader, counts);
-    if (number != NodePlaces::unknown) {
-        __builtin_prefetch(&at(number));
+    const std::uint32_t likely = places.find(leader, counts);
+    if (likely != NodePlaces::unknown) {
+        __builtin_prefetch(&at(likely));
     }
+    return likely;
+}
+
+inline TranspositionTable::Node& TranspositionTable::prefetchedNode(std::uint32_t likely,
+                                                                    PlayerNumber leader,
+                                                                    TrickCountConfiguration counts)
+{
+    const bool isHere = likely != NodePlaces::unknown && at(likely).counts == counts;
+    return isHere ? at(likely) : findOrMake(leader, counts);
 }
 
 }  // namespace trikon
