@@ -162,6 +162,8 @@ private:
                                                 PlayerNumber player, CardsConfiguration& relevant,
                                                 const Trick& trick);
     template <int T, int pos>
+    std::uint16_t cardToPlay(PlayerNumber player, const Trick& trick, const MoveFast& move) const;
+    template <int T, int pos>
     [[gnu::always_inline]] std::int8_t playAndSearch(std::int8_t target, PlayerNumber player,
                                                      CardsConfiguration& relevant, Trick trick,
                                                      const MoveFast& move);

@@ -1,8 +1,8 @@
 // The moves of a hand, cards of equal effect merged into one.
 //
 // Two cards of a hand are equivalent when no card still to be played by another hand, and not the
-// card that wins the trick, lies between them. The group is played as its lowest card. Moves come
-// in the order in which they are worth trying. Lists are written straight behind each other into an
+// card that wins the trick, lies between them. A group is named by its lowest card. Moves come in
+// the order in which they are worth trying. Lists are written straight behind each other into an
 // array of the caller's; `out` is left just past the last one.
 #pragma once
 
@@ -19,7 +19,7 @@
 namespace trikon {
 
 struct MoveFast {
-    /// The lowest card of the group, the one that is played.
+    /// The lowest card of the group.
     std::uint16_t card;
     /// All cards of the group.
     std::uint16_t equivalents;

@@ -33,8 +33,8 @@ std::int8_t tricksOf(const Situation& situation)
     return static_cast<std::int8_t>((static_cast<unsigned>(situation.cardsCount) + 3) / 4);
 }
 
-// Widens the relevance of a failed move. Only the lowest card of its group was tried; the others
-// fail alike as long as none of them is told from it.
+// Widens the relevance of a failed move. Only one card of its group was tried; the others fail
+// alike as long as none of them is told from it.
 void coverWholeGroup(CardsConfiguration& relevant, const MoveFast& move)
 {
     const std::uint16_t ranks = relevant.suit(move.suit);
@@ -310,18 +310,36 @@ std::int8_t DDSolver::cashAfterLead(std::int8_t target, PlayerNumber player, int
     return sure;
 }
 
+// Which card of a group is played changes no result, only what it stands on. A card that wins makes
+// the ranks from its own upward matter, so it had better be the highest; one that loses leaves the
+// rest of its group behind, which had better be high.
+template <int T, int pos>
+inline std::uint16_t DDSolver::cardToPlay(PlayerNumber player, const Trick& trick,
+                                          const MoveFast& move) const
+{
+    bool isAboutToWin = false;
+    if constexpr (pos == 0) {
+        const CardsConfiguration others = situation.cards & deal->sideCards(player + 1);
+        isAboutToWin = move.card > others.suit(move.suit);
+    } else {
+        isAboutToWin =
+            move.suit == trick.winningSuit ? move.card > trick.winningCard : move.suit == T;
+    }
+    return isAboutToWin ? _highest_bit13[move.equivalents] : move.card;
+}
+
 // The other side's result against `target` once the player at `pos` has played the move.
 template <int T, int pos>
 inline std::int8_t DDSolver::playAndSearch(std::int8_t target, PlayerNumber player,
                                            CardsConfiguration& relevant, Trick trick,
                                            const MoveFast& move)
 {
-    const CardOnTable played(situation, player, {move.suit, move.card});
+    const std::uint16_t card = cardToPlay<T, pos>(player, trick, move);
+    const CardOnTable played(situation, player, {move.suit, card});
     if constexpr (pos == 0) {
-        return searchInTrick<T, 1>(target, nextPlayer(player), relevant,
-                                   Trick(move.suit, move.card));
+        return searchInTrick<T, 1>(target, nextPlayer(player), relevant, Trick(move.suit, card));
     } else {
-        trick.add(static_cast<Trump>(T), move.suit, move.card);
+        trick.add(static_cast<Trump>(T), move.suit, card);
         if constexpr (pos < 3) {
             return searchInTrick<T, pos + 1>(target, nextPlayer(player), relevant, trick);
         } else {
