@@ -216,4 +216,31 @@ TEST(TranspositionTable, ForgetsPositionsWithFewCards)
     EXPECT_EQ(table->nodesCount(), 0u);
 }
 
+TEST(TranspositionTable, KeepsEachOfManyPositionsWithMoreCards)
+{
+    const auto table = std::make_unique<TranspositionTable>();
+    const auto forAll = [](auto function) {
+        for (std::uint16_t number = 0; number < 30000; ++number) {
+            for (const PlayerNumber leader : {North, East, South, West}) {
+                function(leader, TrickCountConfiguration(number), number);
+            }
+        }
+    };
+    std::size_t kept = 0;
+    forAll([&](PlayerNumber leader, TrickCountConfiguration counts, std::uint16_t number) {
+        table->node(leader, counts).bestMove = {static_cast<std::uint8_t>(leader), number};
+        kept += counts.sum() > 20 ? 1 : 0;
+    });
+    table->clear_most(20);
+    EXPECT_EQ(table->nodesCount(), kept);
+    forAll([&](PlayerNumber leader, TrickCountConfiguration counts, std::uint16_t number) {
+        if (counts.sum() > 20) {
+            const OneCardInSuit found = table->node(leader, counts).bestMove;
+            ASSERT_EQ(found.suit, leader);
+            ASSERT_EQ(found.card, number);
+        }
+    });
+    EXPECT_EQ(table->nodesCount(), kept);
+}
+
 }  // namespace trikon
