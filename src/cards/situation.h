@@ -31,6 +31,12 @@ private:
     std::uint64_t counts = 0;
 };
 
+/// What one card of the player's suit adds to the counts.
+constexpr std::uint64_t countOf(PlayerNumber player, std::uint8_t suit)
+{
+    return std::uint64_t{1} << (16 * player + 4 * suit);
+}
+
 /// A card that may be played and what an analysis found for it: tricks, or 1 for a win, else 0.
 struct Move {
     std::uint16_t card;

@@ -7,12 +7,6 @@
 
 namespace trikon {
 
-/// One card of the player's suit as it counts in `Situation::counts`.
-constexpr std::uint64_t countOf(PlayerNumber player, std::uint8_t suit)
-{
-    return std::uint64_t{1} << (16 * player + 4 * suit);
-}
-
 /// Takes a card out of play for as long as the object lives.
 ///
 /// `situation` is changed in place; the card must be in play and `player`'s. Cards are put back in

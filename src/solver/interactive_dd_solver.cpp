@@ -49,7 +49,7 @@ void InteractiveDDSolver::playCardFast(std::uint8_t suit, std::uint16_t card)
 {
     const OneCardInSuit chosen{suit, card};
     situation.cards.remove(chosen);
-    situation.counts = situation.counts - (std::uint64_t{1} << (16 * holderOf(chosen) + 4 * suit));
+    situation.counts = situation.counts - countOf(holderOf(chosen), suit);
     --situation.cardsCount;
     played.add(chosen);
 }
@@ -97,8 +97,7 @@ void InteractiveDDSolver::unplay()
 {
     const OneCardInSuit card = played.last();
     situation.cards.add(card);
-    situation.counts =
-        situation.counts + (std::uint64_t{1} << (16 * holderOf(card) + 4 * card.suit));
+    situation.counts = situation.counts + countOf(holderOf(card), card.suit);
     ++situation.cardsCount;
     played.removeLast();
 }
