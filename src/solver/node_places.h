@@ -25,7 +25,7 @@ public:
     std::uint32_t find(PlayerNumber leader, TrickCountConfiguration counts) const
     {
         const std::uint64_t hash = hashOf(counts);
-        const Line& line = lineOf(hash);
+        const Line& line = lines[lineOf(hash)];
         const std::uint32_t tag = tagOf(hash);
         const Place* const places = line.newer[leader].tag == tag ? line.newer : line.older;
         return places[leader].tag == tag ? places[leader].node : unknown;
@@ -33,14 +33,14 @@ public:
     /// Has what `find` needs fetched, whoever leads.
     void prefetch(TrickCountConfiguration counts) const
     {
-        __builtin_prefetch(&lineOf(hashOf(counts)));
+        __builtin_prefetch(&lines[lineOf(hashOf(counts))]);
     }
 
     /// Gives the node a place.
     void put(PlayerNumber leader, TrickCountConfiguration counts, std::uint32_t node)
     {
         const std::uint64_t hash = hashOf(counts);
-        Line& line = lines[hash >> (64 - bits)];
+        Line& line = lines[lineOf(hash)];
         line.older[leader] = line.newer[leader];
         line.newer[leader] = {tagOf(hash), node};
     }
@@ -75,7 +75,7 @@ private:
     {
         return static_cast<std::uint32_t>(hash >> 32) | 1;
     }
-    const Line& lineOf(std::uint64_t hash) const { return lines[hash >> (64 - bits)]; }
+    std::size_t lineOf(std::uint64_t hash) const { return hash >> (64 - bits); }
     void empty(int newBits)
     {
         lines.assign(std::size_t{1} << newBits, {});
