@@ -64,12 +64,8 @@ void TranspositionTable::Node::add(Entry entry)
 void TranspositionTable::Node::addCold(Entry entry)
 {
     // With the allocator's own word, one less than a power of two fills a block of memory.
-    constexpr std::uint32_t fewest = 3;
-    const bool isFull =
-        coldCount == 0 || (coldCount >= fewest && std::has_single_bit(coldCount + 1U));
-    if (isFull) {
-        auto larger =
-            std::make_unique_for_overwrite<Entry[]>(std::max(fewest, 2U * coldCount + 1U));
+    if (std::has_single_bit(coldCount + 1U)) {
+        auto larger = std::make_unique_for_overwrite<Entry[]>(2U * coldCount + 1U);
         std::copy_n(cold.get(), coldCount, larger.get());
         cold = std::move(larger);
     }

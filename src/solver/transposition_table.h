@@ -150,6 +150,7 @@ private:
     // with the one behind it.
     std::array<Entry, mostHot> hot{};
     std::unique_ptr<Entry[]> cold;
+    // What the table keeps the node under, with `leader`.
     TrickCountConfiguration counts;
     std::uint32_t coldCount : 27 = 0;
     std::uint32_t hotCount : 3 = 0;
