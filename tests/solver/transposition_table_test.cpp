@@ -194,29 +194,7 @@ TEST(TranspositionTable, FindsEachOfManyNodesWhereItWas)
     EXPECT_EQ(table->nodesCount(), 1u);
 }
 
-TEST(TranspositionTable, ForgetsPositionsWithFewCards)
-{
-    const CardsConfiguration hands[] = {setOf("AKQ..."), setOf(".AKQ.."), setOf("..AKQ."),
-                                        setOf("...AKQ")};
-    const auto table = std::make_unique<TranspositionTable>();
-    const TrickCountConfiguration whole(setOf("AKQ.AKQ.AKQ.AKQ"), hands);
-    for (const PlayerNumber leader : {North, East, South, West}) {
-        table->node(leader, whole).bestMove = {Spades, 1};
-        table->node(leader, {setOf("AK.AK.AK.AK"), hands});
-        table->node(leader, {setOf("A.A.A.A"), hands});
-    }
-    EXPECT_EQ(table->nodesCount(), 12u);
-    table->clear_most(4);
-    EXPECT_EQ(table->nodesCount(), 8u);
-    table->clear_most(8);
-    EXPECT_EQ(table->nodesCount(), 4u);
-    EXPECT_EQ(table->node(West, whole).bestMove.suit, Spades);
-    EXPECT_EQ(table->nodesCount(), 4u);
-    table->clear();
-    EXPECT_EQ(table->nodesCount(), 0u);
-}
-
-TEST(TranspositionTable, KeepsEachOfManyPositionsWithMoreCards)
+TEST(TranspositionTable, ForgetsThePositionsWithFewCardsAndFindsTheOthers)
 {
     const auto table = std::make_unique<TranspositionTable>();
     const auto forAll = [](auto function) {
