@@ -1,9 +1,10 @@
-// Where the nodes of a transposition table were last found.
+// Where the nodes of a transposition table are.
 //
-// Most questions are about few nodes, and a hash map takes many steps to find one: each waits for
-// memory that the one before has named. Here one line of a cache tells where the nodes of one set
-// of suit lengths are, whichever hand is on lead, so that it can be fetched before the trick is
-// over that decides who leads. A key has two places; a newer one takes the older one's.
+// A hash map takes many steps to find a node, and each waits for memory that the one before has
+// named. Here one line of a cache tells where the nodes of one set of suit lengths are, whichever
+// hand is on lead, so that it can be fetched before the trick is over that decides who leads. A key
+// has two places; a newer one takes the older one's, and the table keeps in mind who has lost its
+// place.
 #pragma once
 
 #include "cards/players_and_trumps.h"
@@ -11,6 +12,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <utility>
 #include <vector>
 
 namespace trikon {
@@ -36,13 +38,24 @@ public:
         __builtin_prefetch(&lines[lineOf(hashOf(counts))]);
     }
 
-    /// Gives the node a place.
-    void put(PlayerNumber leader, TrickCountConfiguration counts, std::uint32_t node)
+    /// Whether a node with this key may have lost its place.
+    bool mayHaveLost(PlayerNumber leader, TrickCountConfiguration counts) const
     {
         const std::uint64_t hash = hashOf(counts);
+        const Line& line = lines[lineOf(hash)];
+        return line.older[leader].tag != 0 || line.newer[leader].tag == tagOf(hash);
+    }
+    /// Gives the node a place, and answers which one has lost it; `unknown` if none has.
+    std::uint32_t put(PlayerNumber leader, TrickCountConfiguration counts, std::uint32_t node)
+    {
+        const std::uint64_t hash = hashOf(counts);
+        const std::uint32_t tag = tagOf(hash);
         Line& line = lines[lineOf(hash)];
-        line.older[leader] = line.newer[leader];
-        line.newer[leader] = {tagOf(hash), node};
+        if (line.newer[leader].tag != tag) {  // of two with one tag only one can be found
+            std::swap(line.older[leader], line.newer[leader]);
+        }
+        const Place lost = std::exchange(line.newer[leader], {tag, node});
+        return lost.tag != 0 ? lost.node : unknown;
     }
     /// Whether so many nodes are better off in four times as many places.
     bool areFewFor(std::size_t nodes) const { return nodes > placesOfLine / 2 * lines.size(); }

@@ -117,39 +117,48 @@ void TranspositionTable::Node::update(CardsConfiguration pattern, std::uint64_t 
 TranspositionTable::Node& TranspositionTable::findOrMake(PlayerNumber leader,
                                                          TrickCountConfiguration counts)
 {
-    if (made >> chunkBits == chunks.size()) {  // first of all, as memory may have run out
-        chunks.push_back(std::make_unique<Node[]>(nodesOfChunk));
+    if (places.mayHaveLost(leader, counts)) {
+        const auto& lost = maps[static_cast<unsigned>(leader)];
+        const auto entry = lost.find(counts);
+        if (entry != lost.end()) {
+            put(entry->second);
+            return at(entry->second);
+        }
     }
-    auto& numbers = maps[static_cast<unsigned>(leader)];
-    const auto [entry, isNew] = numbers.try_emplace(counts, made);
-    const std::uint32_t number = entry->second;
-    if (isNew) {
-        make(leader, counts);
-    } else {
-        places.put(leader, counts, number);
-    }
-    return at(number);
+    return make(leader, counts);
 }
 
-void TranspositionTable::make(PlayerNumber leader, TrickCountConfiguration counts)
+TranspositionTable::Node& TranspositionTable::make(PlayerNumber leader,
+                                                   TrickCountConfiguration counts)
 {
-    const std::uint32_t number = made++;
-    Node& node = at(number);
+    if (made >> chunkBits == chunks.size()) {  // first of all, as memory may run out
+        chunks.push_back(std::make_unique<Node[]>(nodesOfChunk));
+    }
+    Node& node = at(made);
     node.counts = counts;
     node.leader = static_cast<unsigned>(leader) & 3;
     if (places.areFewFor(made)) {
         places.enlarge();
         putAll();
-    } else {
-        places.put(leader, counts, number);
     }
+    put(made++);
+    return node;
 }
 
 void TranspositionTable::putAll()
 {
     for (std::uint32_t number = 0; number < made; ++number) {
-        const Node& node = at(number);
+        put(number);
+    }
+}
+
+void TranspositionTable::put(std::uint32_t number)
+{
+    const Node& node = at(number);
+    const std::uint32_t lost =
         places.put(static_cast<PlayerNumber>(node.leader), node.counts, number);
+    if (lost != NodePlaces::unknown) {
+        maps[node.leader].try_emplace(at(lost).counts, lost);
     }
 }
 
@@ -179,9 +188,6 @@ void TranspositionTable::clear_most(std::int8_t cards)
         }
     }
     forgetFrom(kept);
-    for (std::uint32_t number = 0; number < made; ++number) {
-        maps[at(number).leader].emplace(at(number).counts, number);
-    }
     putAll();
 }
 

@@ -92,8 +92,9 @@ private:
 
     Node& at(std::uint32_t number) const;
     Node& findOrMake(PlayerNumber leader, TrickCountConfiguration counts);
-    void make(PlayerNumber leader, TrickCountConfiguration counts);
-    // Gives every node a place.
+    Node& make(PlayerNumber leader, TrickCountConfiguration counts);
+    // Gives the node a place. The one that has lost it goes to the maps.
+    void put(std::uint32_t number);
     void putAll();
     // Forgets the nodes from this number on, and where the others are.
     void forgetFrom(std::uint32_t number);
@@ -102,9 +103,9 @@ private:
     // others, so they are never moved in memory.
     std::vector<std::unique_ptr<Node[]>> chunks;
     std::uint32_t made = 0;
-    // By leader: the numbers of the nodes.
-    std::array<boost::unordered_map<TrickCountConfiguration, std::uint32_t>, playersCount> maps;
+    // Where they are: each has a place, or is in the map of its leader, which holds their numbers.
     NodePlaces places;
+    std::array<boost::unordered_map<TrickCountConfiguration, std::uint32_t>, playersCount> maps;
 };
 
 /// One line of a cache.

@@ -194,6 +194,28 @@ TEST(TranspositionTable, FindsEachOfManyNodesWhereItWas)
     EXPECT_EQ(table->nodesCount(), 1u);
 }
 
+TEST(TranspositionTable, TellsNodesApartWhoseHashesHaveTheSameUpperHalf)
+{
+    constexpr std::uint64_t multiplier = 0x9e3779b97f4a7c15;  // of the hash
+    std::uint64_t inverse = multiplier;
+    for (int bits = 3; bits < 64; bits *= 2) {
+        inverse *= 2 - multiplier * inverse;
+    }
+    ASSERT_EQ(multiplier * inverse, 1u);
+    const auto table = std::make_unique<TranspositionTable>();
+    const auto nodeOf = [&](std::uint64_t product) {
+        return &table->node(East, TrickCountConfiguration((product | 7ULL << 61) * inverse));
+    };
+    std::vector<TranspositionTable::Node*> made;
+    for (std::uint64_t product = 0; product < 5; ++product) {
+        made.push_back(nodeOf(product));
+    }
+    for (std::uint64_t product = 5; product-- > 0;) {
+        EXPECT_EQ(nodeOf(product), made[product]);
+    }
+    EXPECT_EQ(table->nodesCount(), made.size());
+}
+
 TEST(TranspositionTable, ForgetsThePositionsWithFewCardsAndFindsTheOthers)
 {
     const auto table = std::make_unique<TranspositionTable>();
