@@ -46,30 +46,29 @@ constexpr CardsConfiguration coverOf(CardsConfiguration cards)
     return ((topBits - (word & ~topBits)) ^ (~word & topBits)) | word;
 }
 
+/// In each suit every rank from the k-th highest card of `to` upward, k being the number of cards
+/// of `from` that are relevant.
+///
+/// Down to the lowest card of `to` where k exceeds their number.
+inline CardsConfiguration transformRelevance(CardsConfiguration relevant, CardsConfiguration from,
+                                             CardsConfiguration to)
+{
+    const CardsConfiguration common = relevant & from;
+    std::uint64_t ranks = 0;
+    for (int suitNumber = 0; suitNumber < suitsCount; ++suitNumber) {
+        const std::int8_t count = _count_bits13[common.suit(suitNumber)];
+        ranks |= onlySuit(suitNumber, _highest_mask[to.suit(suitNumber)][count]);
+    }
+    return ranks;
+}
+
 /// In each suit the k highest cards of `c`, k being the number of cards that `a` and `b` share.
 ///
 /// All cards of `c` where k exceeds their number. `b` and `c` are card sets, `a` may be relevance.
 inline CardsConfiguration transformMask(CardsConfiguration a, CardsConfiguration b,
                                         CardsConfiguration c)
 {
-    const CardsConfiguration common = a & b;
-    std::uint64_t highest = 0;
-    for (int suitNumber = 0; suitNumber < suitsCount; ++suitNumber) {
-        const std::uint16_t suit = c.suit(suitNumber);
-        const std::int8_t count = _count_bits13[common.suit(suitNumber)];
-        highest |=
-            onlySuit(suitNumber, static_cast<std::uint16_t>(suit & _highest_mask[suit][count]));
-    }
-    return highest;
-}
-
-/// `transformMask` widened to relevance: the gaps between the cards count as well.
-///
-/// Without them a set with further cards in a gap would pass for the same.
-inline CardsConfiguration transformRelevance(CardsConfiguration relevant, CardsConfiguration from,
-                                             CardsConfiguration to)
-{
-    return coverOf(transformMask(relevant, from, to));
+    return transformRelevance(a, b, c) & c;
 }
 
 }  // namespace trikon

@@ -69,10 +69,10 @@ TEST(SuitMasks, TransformMaskTakesAsManyTopCardsAsTwoSetsShare)
 
 TEST(SuitMasks, RelevanceCarriedOverKeepsTheGaps)
 {
-    // The raw bits above the ace are no cards.
     const CardsConfiguration relevant = coverOf(setOf("Q..."));
-    EXPECT_EQ(transformRelevance(relevant, setOf("K9..."), setOf("J5...")), coverOf(setOf("J...")));
-    EXPECT_EQ(transformRelevance(relevant, setOf("AK..."), setOf("K4...")), coverOf(setOf("4...")));
+    EXPECT_EQ(transformRelevance(relevant, setOf("K9..."), setOf("J5...")), setOf("AKQJ..."));
+    EXPECT_EQ(transformRelevance(relevant, setOf("AK..."), setOf("K4...")),
+              setOf("AKQJT987654..."));
 }
 
 }  // namespace trikon
