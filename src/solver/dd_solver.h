@@ -20,6 +20,7 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -124,15 +125,25 @@ protected:
     Situation situation;
     Trump trump = NoTrump;
     std::shared_ptr<const Deal> deal;
+    // With so many tricks left or more, the present one included, moves are tried by turns
+    // (`search_by_turns.h`): the first for so many nodes at first, the others for a part as many.
+    struct Turns {
+        int fromTricks = 12;
+        std::uint64_t firstPatience = 10000;
+        std::uint64_t partOfFirst = 200;
+    } turns;
 
 private:
-    // What came of the leads: whether the last one tried keeps the other side from its target, and
-    // what it then takes; else the least that it takes.
+    // What came of the moves: one that keeps the other side from its target, and what it then
+    // takes; else the least that it takes.
     struct Tried {
         bool succeeds;
         std::int8_t othersTricks;
         CardsConfiguration relevant;
+        MoveFast move;
     };
+    static constexpr Tried noneTried{false, cardsOfHand, {}, {}};
+    class Patience;
 
     template <int T>
     std::int8_t searchStartTrick(std::int8_t target, PlayerNumber player,
@@ -146,6 +157,12 @@ private:
                               const Trick& trick);
     template <int T>
     Tried tryLeads(Leads& leads, std::int8_t othersTarget, PlayerNumber player);
+    template <int T, int pos>
+    Tried tryByTurns(MoveList moves, std::int8_t othersTarget, PlayerNumber player,
+                     const Trick& trick, Tried failed);
+    template <int T, int pos>
+    std::optional<Tried> tryFor(std::uint64_t patience, std::int8_t othersTarget,
+                                PlayerNumber player, const Trick& trick, const MoveFast& move);
     template <int T>
     std::int8_t cashAfterLead(std::int8_t target, PlayerNumber player, int suit,
                               CardsConfiguration& relevant) const;
@@ -173,6 +190,7 @@ private:
 
     class AfterCard;
 
+    bool isGivenUp() const { return nodes >= mostNodes; }
     void forgetProofs();
     void collectBest(PlayerNumber player, const Trick& trick, std::span<const OneCardInSuit> play,
                      CardsConfiguration* best);
@@ -185,6 +203,9 @@ private:
     std::uint64_t nodes = 0;
     // Of these, those whose proofs are forgotten.
     std::uint64_t nodesForgotten = 0;
+    // A search that has come to so many is given up: it answers anything, and nothing of it is
+    // kept.
+    std::uint64_t mostNodes = ~std::uint64_t{0};
 };
 
 }  // namespace trikon

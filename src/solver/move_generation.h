@@ -12,6 +12,8 @@
 #include "solver/suit_masks.h"
 #include "solver/trick.h"
 
+#include <boost/container/static_vector.hpp>
+
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -25,6 +27,9 @@ struct MoveFast {
     std::uint16_t equivalents;
     std::uint8_t suit;
 };
+
+/// All moves of a hand at most.
+using MoveList = boost::container::static_vector<MoveFast, cardsOfHand>;
 
 /// The lowest group of `cards`, a part of one hand's suit.
 ///
@@ -42,6 +47,16 @@ inline std::uint16_t groupOf(std::uint16_t card, unsigned cards, unsigned separa
 {
     const auto below = static_cast<std::uint16_t>(separators & (card - 1U));
     return lowestGroup(cards & ranksAbove(below), separators);
+}
+
+/// Widens the relevance of a failed move. Only one card of its group was tried; the others fail
+/// alike as long as none of them is told from it.
+inline void coverWholeGroup(CardsConfiguration& relevant, const MoveFast& move)
+{
+    const std::uint16_t ranks = relevant.suit(move.suit);
+    if ((ranks & move.equivalents) != 0 && (ranks & move.card) == 0) {
+        relevant |= onlySuit(move.suit, ranksFrom(move.card));
+    }
 }
 
 /// Writes the lowest group of `cards` and takes it out of them.

@@ -16,6 +16,7 @@
 // (`Deal::suitChain`).
 #include "solver/card_on_table.h"
 #include "solver/dd_solver.h"
+#include "solver/search_by_turns.h"
 #include "solver/sure_tricks.h"
 
 #include <algorithm>
@@ -24,23 +25,10 @@ namespace trikon {
 
 namespace {
 
-// More tricks than there can be, for a minimum.
-constexpr int tricksOfDeal = 13;
-
 // The tricks left, one on the table included. Without a sign the division is a shift.
 std::int8_t tricksOf(const Situation& situation)
 {
     return static_cast<std::int8_t>((static_cast<unsigned>(situation.cardsCount) + 3) / 4);
-}
-
-// Widens the relevance of a failed move. Only one card of its group was tried; the others fail
-// alike as long as none of them is told from it.
-void coverWholeGroup(CardsConfiguration& relevant, const MoveFast& move)
-{
-    const std::uint16_t ranks = relevant.suit(move.suit);
-    if ((ranks & move.equivalents) != 0 && (ranks & move.card) == 0) {
-        relevant |= onlySuit(move.suit, ranksFrom(move.card));
-    }
 }
 
 }  // namespace
@@ -106,6 +94,9 @@ std::int8_t DDSolver::searchStartTrick(std::int8_t target, PlayerNumber player,
     if (target > tricksLeft) {
         return tricksLeft;
     }
+    if (isGivenUp()) {
+        return 0;
+    }
     ++nodes;
     if (tricksLeft == 1) {
         return searchLastTrick<T>(player, relevant) ? 1 : 0;
@@ -151,11 +142,15 @@ std::int8_t DDSolver::searchStartTrick(std::int8_t target, PlayerNumber player,
     const Tried tried = tryLeads<T>(leads, othersTarget, player);
     const auto bound = static_cast<std::int8_t>(tricksLeft - tried.othersTricks);
 
+    if (isGivenUp()) {
+        return 0;
+    }
+
     // Step 6. Remember the answer and what brought it about.
     const CardsConfiguration named = transformRelevance(tried.relevant, situation.cards, pattern);
     CardsConfiguration stored = pattern;
     if (tried.succeeds) {
-        const MoveFast& lead = leads.present();
+        const MoveFast& lead = tried.move;
         node.update_lower_bound(stored, situation, named, bound);
         node.bestMove = {lead.suit, lead.card};
         bestLeads[player][lead.suit][situation.cards.suit(lead.suit)] = lead.equivalents;
@@ -198,10 +193,20 @@ std::int8_t DDSolver::searchInTrick(std::int8_t target, PlayerNumber player,
         }
     }
 
-    // Step 3. Try it, and the others only if it fails.
+    // Step 3. Try it, and the others only if it fails; early in a deal all of them by turns.
+    if (tricksLeft >= turns.fromTricks) {
+        const Tried tried =
+            tryByTurns<T, pos>(listed(moves), othersTarget, player, trick, noneTried);
+        if (choice != 0 && tried.succeeds) {
+            replies.remember(choice, tried.move.card);
+        }
+        relevant = tried.relevant;
+        return static_cast<std::int8_t>(tricksLeft - tried.othersTricks);
+    }
+
     MoveFast move = moves.present();
     std::int8_t others = playAndSearch<T, pos>(othersTarget, player, relevant, trick, move);
-    if (others >= othersTarget) {
+    if (others >= othersTarget && !isGivenUp()) {
         coverWholeGroup(relevant, move);
         if (moves.nextAfter(relevant)) {
             FollowingMoves further = moves;
@@ -210,7 +215,7 @@ std::int8_t DDSolver::searchInTrick(std::int8_t target, PlayerNumber player,
             move = further.present();
         }
     }
-    if (choice != 0 && others < othersTarget) {
+    if (choice != 0 && others < othersTarget && !isGivenUp()) {
         replies.remember(choice, move.card);
     }
     return static_cast<std::int8_t>(tricksLeft - others);
@@ -230,6 +235,12 @@ std::int8_t DDSolver::discard(std::int8_t othersTarget, PlayerNumber player,
                               CardsConfiguration& relevant, const Trick& trick)
 {
     VoidMoves moves = VoidMoves::of<pos, T>(situation, *deal, player, trick);
+    if (tricksOf(situation) >= turns.fromTricks) {
+        const Tried tried =
+            tryByTurns<T, pos>(listed(moves), othersTarget, player, trick, noneTried);
+        relevant = tried.relevant;
+        return tried.othersTricks;
+    }
     return tryMoves<T, pos>(moves, othersTarget, player, relevant, trick);
 }
 
@@ -239,14 +250,14 @@ template <int T, int pos, class Moves>
 inline std::int8_t DDSolver::tryMoves(Moves& moves, std::int8_t othersTarget, PlayerNumber player,
                                       CardsConfiguration& relevant, const Trick& trick)
 {
-    std::int8_t fewest = tricksOfDeal;
+    std::int8_t fewest = noneTried.othersTricks;
     CardsConfiguration reasons;
     do {
         reasons = {};
         const MoveFast move = moves.present();
         const std::int8_t others =
             playAndSearch<T, pos>(othersTarget, player, reasons, trick, move);
-        if (others < othersTarget) {
+        if (others < othersTarget || isGivenUp()) {
             relevant = reasons;
             return others;
         }
@@ -263,7 +274,9 @@ inline std::int8_t DDSolver::tryMoves(Moves& moves, std::int8_t othersTarget, Pl
 template <int T>
 DDSolver::Tried DDSolver::tryLeads(Leads& leads, std::int8_t othersTarget, PlayerNumber player)
 {
-    Tried failed{false, tricksOfDeal, {}};
+    Tried failed = noneTried;
+    const bool isEarly = tricksOf(situation) >= turns.fromTricks;
+    MoveList early;
     // It does without a search if it wins the lead and cashes enough, whichever card of the suit is
     // led. So it is asked once for each suit.
     const bool mayCash =
@@ -281,18 +294,25 @@ DDSolver::Tried DDSolver::tryLeads(Leads& leads, std::int8_t othersTarget, Playe
                 continue;
             }
         }
+        if (isEarly) {
+            early.push_back(lead);
+            continue;
+        }
         CardsConfiguration relevant;
         const std::int8_t others =
             playAndSearch<T, 0>(othersTarget, player, relevant, Trick(), lead);
         if (others < othersTarget) {
-            return {true, others, relevant};
+            return {true, others, relevant, lead};
+        }
+        if (isGivenUp()) {
+            return failed;
         }
         coverWholeGroup(relevant, lead);
         leads.leaveOutAlike(relevant);
         failed.othersTricks = std::min(failed.othersTricks, others);
         failed.relevant |= relevant;
     }
-    return failed;
+    return isEarly ? tryByTurns<T, 0>(early, othersTarget, player, Trick(), failed) : failed;
 }
 
 // The tricks that the side after `player` can cash when he leads the suit; relevance is added if

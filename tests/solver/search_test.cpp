@@ -34,6 +34,16 @@ void expectAllResults(DDSolver& solver, const Hands& hands)
     }
 }
 
+// By turns in every other ending, so often that most searches are given up at some time.
+void varyTurns(PlayingSolver& solver, std::mt19937_64& random)
+{
+    if (random() % 2 == 0) {
+        solver.takeTurns(2, 1 + random() % 20, 1 + random() % 4);
+    } else {
+        solver.takeTurns(12, 10000, 200);
+    }
+}
+
 // Whether the bound that a search gave is right in `hands`.
 void expectBound(const Hands& hands, Trump trump, PlayerNumber leader, int target, int bound)
 {
@@ -97,13 +107,16 @@ protected:
 
 TEST_F(Search, AgreesWithThePlainOneOnSmallEndings)
 {
-    forRandomEndings(random, {{2, 1400}, {3, 1800}, {4, 750}, {5, 60}},
-                     [&](const Hands& hands) { expectAllResults(*solver, hands); });
+    forRandomEndings(random, {{2, 1400}, {3, 1800}, {4, 750}, {5, 60}}, [&](const Hands& hands) {
+        varyTurns(*solver, random);
+        expectAllResults(*solver, hands);
+    });
 }
 
 TEST_F(Search, IsRightWhateverTheIrrelevantCardsAre)
 {
     forRandomEndings(random, {{3, 1000}, {4, 600}, {5, 60}}, [&](const Hands& hands) {
+        varyTurns(*solver, random);
         solver->start(hands, allTrumps[random() % 5], North);
         for (const PlayerNumber leader : allPlayers) {
             expectRelevanceIsEnough(*solver, random, leader);
@@ -115,6 +128,7 @@ TEST_F(Search, IsRightInMidTrickWithAWarmTable)
 {
     forRandomEndings(random, {{4, 60}}, [&](const Hands& hands) {
         solver = std::make_unique<PlayingSolver>();
+        varyTurns(*solver, random);
         solver->start(hands, allTrumps[random() % 5], allPlayers[random() % 4]);
         for (int step = 0; step < 30 && !HasFatalFailure(); ++step) {
             playOrTakeBack(*solver, random);

@@ -23,6 +23,11 @@ public:
         onTable.clear();
     }
 
+    void takeTurns(int fromTricks, std::uint64_t firstPatience, std::uint64_t partOfFirst)
+    {
+        turns = {fromTricks, firstPatience, partOfFirst};
+    }
+
     void play(OneCardInSuit card)
     {
         history.push_back(
