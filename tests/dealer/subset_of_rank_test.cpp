@@ -18,17 +18,6 @@ CardsConfiguration subset(CardsConfiguration set, std::uint64_t rank, int k, int
     return result;
 }
 
-TEST(SubsetOfRank, NewtonHoldsTheBinomialCoefficients)
-{
-    for (int n = 0; n <= cardsOfDeck; ++n) {
-        for (int k = 0; k <= mostCardsChosen; ++k) {
-            ASSERT_EQ(Newton[n][k], binomial(n, k)) << n << " over " << k;
-        }
-    }
-    EXPECT_EQ(Newton[52][26], 495918532948104U);
-    EXPECT_EQ(Newton[5][7], 0U);
-}
-
 TEST(SubsetOfRank, RankZeroIsTheHighestCardsAndTheLastRankTheLowest)
 {
     const CardsConfiguration three = readWholeHand("...432");
