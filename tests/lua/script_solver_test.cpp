@@ -46,18 +46,6 @@ TEST(ScriptSolver, OneSolverATrumpAndOneDealServeAllQuestions)
     EXPECT_TRUE(kept.expired()) << "nothing outlives its deal";
 }
 
-TEST(ScriptSolver, ABadCommandIsAnErrorAndAnEmptyDealGivesNoTricks)
-{
-    ScriptSolver solver;
-    EXPECT_EQ(errorOf([&] { solver.tricks(deal, North, Hearts, "play"); }),
-              "Error in \"play\": unrecognized command");
-    EXPECT_EQ(errorOf([&] { solver.canTake(1, deal, North, Hearts, "SKx"); }),
-              "Error in \"SKx\" at position 3: unexpected character \"x\"");
-    EXPECT_TRUE(solver.tricks(deal, North, Hearts, nullptr).has_value()) << "and then goes on";
-    solver.clear();
-    EXPECT_EQ(solver.tricks(Hands(), North, Spades, nullptr), 0);
-}
-
 }  // namespace
 
 }  // namespace trikon
