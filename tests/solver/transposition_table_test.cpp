@@ -120,17 +120,6 @@ TEST_F(TableNode, WidensAnEntryWhoseOtherBoundSaysNothing)
     EXPECT_EQ(entries(), "AKQ...:2-2 A...:0-4 AK...:0-2");
 }
 
-TEST_F(TableNode, MovesWhatDecidedOnePlaceTowardTheBack)
-{
-    lower("A...", "A...", 1);
-    lower(".A..", ".A..", 2);
-    lower("..A.", "..A.", 3);
-    EXPECT_EQ(check("A...", 1), 1);
-    EXPECT_EQ(entries(), ".A..:2-7 A...:1-7 ..A.:3-7");
-    EXPECT_EQ(check("A.A.A.", 1), 3);
-    EXPECT_EQ(entries(), ".A..:2-7 A...:1-7 ..A.:3-7");
-}
-
 TEST_F(TableNode, FindsEachOfManyEntriesAndMovesItOnePlaceEachTime)
 {
     // Twelve entries that exclude each other, and their order as it should be.
