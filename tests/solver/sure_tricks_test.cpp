@@ -142,19 +142,6 @@ TEST(LastTrick, GoesToTheHighestTrumpOrElseToTheHighestCardOfTheSuitLed)
     }
 }
 
-TEST(LastTrick, ACardAloneInItsSuitWinsWhateverItsRank)
-{
-    const auto solver = std::make_unique<DDSolver>();
-    solver->setHands(handsOf("2... 3... .4.. ..5."));
-    CardsConfiguration relevant;
-    EXPECT_FALSE(solver->hasHighestInSuit<Spades>(North, relevant));
-    EXPECT_EQ(relevant, coverOf(readWholeHand("3...")));
-    relevant = {};
-    EXPECT_TRUE(solver->hasHighestInSuit<Hearts>(North, relevant));
-    EXPECT_FALSE(solver->hasHighestInSuit<Diamonds>(North, relevant));
-    EXPECT_TRUE(relevant.empty());
-}
-
 TEST(QuickTricks, CountSuitAfterSuitFromTheHandOnLead)
 {
     struct Case {
