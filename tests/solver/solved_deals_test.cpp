@@ -1,15 +1,12 @@
-// Whole deals and plays whose results an independent solver has worked out.
-#include "cards/card_text.h"
+// Whole deals whose results an independent solver has worked out; a test of the finished program
+// has plays, too.
 #include "solver/dd_solver.h"
 #include "support/endings.h"
-#include "support/playing_solver.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <fstream>
 #include <memory>
-#include <sstream>
 #include <string>
 
 namespace trikon {
@@ -40,21 +37,6 @@ void expectFile(const std::string& fileName, unsigned part, unsigned parts)
     }
 }
 
-// The tricks of declarer's side when all play their best after the given cards.
-int tricksAfterPlay(PlayingSolver& solver, PlayerNumber declarer, const std::string& cards)
-{
-    int won = 0;
-    std::istringstream words(cards);
-    for (std::string word; words >> word;) {
-        solver.play(
-            {static_cast<std::uint8_t>(charToSuitNumber(word[0])), charToSuitCard(word[1])});
-        won += solver.onTable.empty() && ((solver.player ^ declarer) & 1) == 0 ? 1 : 0;
-    }
-    const std::int8_t tricks = solver.solveTricksToTake(solver.player, solver.trick, -1);
-    const bool declarersSide = ((solver.player ^ declarer) & 1) == 0;
-    return won + (declarersSide ? tricks : solver.tricksLeft() - tricks);
-}
-
 }  // namespace
 
 TEST(SolvedDeals, RandomDealsFirstHalf) { expectFile("tables.txt", 0, 2); }
@@ -64,23 +46,5 @@ TEST(SolvedDeals, RandomDealsSecondHalf) { expectFile("tables.txt", 1, 2); }
 TEST(SolvedDeals, WildDealsFirstHalf) { expectFile("freaks.txt", 0, 2); }
 
 TEST(SolvedDeals, WildDealsSecondHalf) { expectFile("freaks.txt", 1, 2); }
-
-TEST(SolvedDeals, PositionsInPlay)
-{
-    std::ifstream file(TAMREL_TEST_DATA "positions.txt");
-    int left = effort(300);
-    for (std::string line; left-- > 0 && std::getline(file, line);) {
-        std::istringstream fields(line.substr(2));
-        std::array<std::string, 5> field;
-        for (std::string& text : field) {
-            std::getline(fields, text, '|');
-        }
-        const auto solver = std::make_unique<PlayingSolver>();
-        const PlayerNumber declarer = charToPlayer(field[1][0]);
-        solver->start(handsOf(field[0]), charToTrump(field[2][0]), nextPlayer(declarer));
-        EXPECT_EQ(tricksAfterPlay(*solver, declarer, field[3]), std::stoi(field[4])) << line;
-    }
-    EXPECT_LE(left, 0) << "too few positions";
-}
 
 }  // namespace trikon
