@@ -2,6 +2,7 @@
 #include "solver/move_generation.h"
 
 #include "support/endings.h"
+#include "support/literals.h"
 
 #include <gtest/gtest.h>
 
@@ -13,8 +14,6 @@
 namespace trikon {
 
 namespace {
-
-CardsConfiguration setOf(const char* text) { return readWholeHand(text); }
 
 // "C32" for a group: its suit and its cards from the highest down. The lowest one is to be played.
 std::string text(const MoveFast* begin, const MoveFast* end)
@@ -33,8 +32,8 @@ std::string groups(const char* cards, const char* separators)
 {
     std::array<MoveFast, cardsOfHand> moves;
     MoveFast* end = moves.data();
-    std::uint16_t suit = setOf(cards).suit(Spades);
-    generateMovesInOneSuit(Spades, end, suit, setOf(separators).suit(Spades));
+    std::uint16_t suit = hand(cards).suit(Spades);
+    generateMovesInOneSuit(Spades, end, suit, hand(separators).suit(Spades));
     EXPECT_EQ(suit, 0);
     return text(moves.data(), end);
 }
@@ -56,7 +55,7 @@ std::string following(const char* handsText, Trump trump, PlayerNumber player, c
     return text(moves.data(), end);
 }
 
-std::uint16_t card(const char* rank) { return setOf(rank).suit(Spades); }
+std::uint16_t card(const char* rank) { return hand(rank).suit(Spades); }
 
 }  // namespace
 
@@ -73,25 +72,25 @@ TEST(MoveGeneration, AVoidPlayerTriesTheLowestOfEachSuitFirst)
 {
     std::array<MoveFast, cardsOfHand> moves;
     MoveFast* end = moves.data();
-    CardsConfiguration hand = setOf("AQ.432.K5.");
-    const CardsConfiguration separators = setOf("K.AT.98.");
-    generateVoid(end, hand, separators, Diamonds, Spades, Hearts);
+    CardsConfiguration cards = hand("AQ.432.K5.");
+    const CardsConfiguration separators = hand("K.AT.98.");
+    generateVoid(end, cards, separators, Diamonds, Spades, Hearts);
     EXPECT_EQ(text(moves.data(), end), "D5 SQ H432 DK SA");
-    EXPECT_TRUE(hand.empty());
+    EXPECT_TRUE(cards.empty());
 
     end = moves.data();
-    generateVoid(end, hand, separators, Diamonds, Spades, Hearts);
+    generateVoid(end, cards, separators, Diamonds, Spades, Hearts);
     EXPECT_EQ(end, moves.data());
 
     end = moves.data();
-    hand = setOf("AQ.432.K5.J");
-    generateVoidOptimal(end, hand, separators, Diamonds, Spades, Hearts, 1, 7, 3);
+    cards = hand("AQ.432.K5.J");
+    generateVoidOptimal(end, cards, separators, Diamonds, Spades, Hearts, 1, 7, 3);
     EXPECT_EQ(text(moves.data(), end), "SQ H432 D5 SA DK");
-    EXPECT_EQ(hand, setOf("...J"));  // not one of the three suits
+    EXPECT_EQ(cards, hand("...J"));  // not one of the three suits
 
     end = moves.data();
-    hand = setOf("A.4.K.");
-    generateVoidOptimal(end, hand, separators, Diamonds, Spades, Hearts, 2, 2, 2);
+    cards = hand("A.4.K.");
+    generateVoidOptimal(end, cards, separators, Diamonds, Spades, Hearts, 2, 2, 2);
     EXPECT_EQ(text(moves.data(), end), "DK SA H4");
 }
 

@@ -1,6 +1,8 @@
 // The widening and carrying over of relevance, against loops over single ranks.
 #include "solver/suit_masks.h"
 
+#include "support/literals.h"
+
 #include <gtest/gtest.h>
 
 #include <random>
@@ -8,8 +10,6 @@
 namespace trikon {
 
 namespace {
-
-CardsConfiguration setOf(const char* text) { return readWholeHand(text); }
 
 // A bit counts when a card of its suit lies at or below it.
 CardsConfiguration slowCover(CardsConfiguration cards)
@@ -27,7 +27,7 @@ CardsConfiguration slowCover(CardsConfiguration cards)
 
 TEST(SuitMasks, CoverReachesFromTheLowestCardThroughTheSpareBits)
 {
-    EXPECT_EQ(coverOf(setOf("Q.2..A")),
+    EXPECT_EQ(coverOf(hand("Q.2..A")),
               onlySuit(Spades, 0xfc00) | onlySuit(Hearts, 0xffff) | onlySuit(Clubs, 0xf000));
     std::mt19937_64 random(1);
     for (int round = 0; round < 1000; ++round) {
@@ -46,8 +46,8 @@ TEST(SuitMasks, RanksFromAreTheCoverOfOneSuit)
 TEST(SuitMasks, RanksAboveAVoidAreAll)
 {
     EXPECT_EQ(ranksAbove(0), 0x1fff);
-    EXPECT_EQ(ranksAbove(setOf("...J43").suit(Clubs)), setOf("...AKQ").suit(Clubs));
-    EXPECT_EQ(ranksAbove(setOf("...A2").suit(Clubs)), 0);
+    EXPECT_EQ(ranksAbove(hand("...J43").suit(Clubs)), hand("...AKQ").suit(Clubs));
+    EXPECT_EQ(ranksAbove(hand("...A2").suit(Clubs)), 0);
 }
 
 TEST(SuitMasks, TransformMaskTakesAsManyTopCardsAsTwoSetsShare)
@@ -61,18 +61,17 @@ TEST(SuitMasks, TransformMaskTakesAsManyTopCardsAsTwoSetsShare)
         {"AKQ.AKQ..", "JT9.J8..", "AKQ.AKQ..", "..."}  // nothing shared
     };
     for (const Case& example : cases) {
-        EXPECT_EQ(transformMask(setOf(example.a), setOf(example.b), setOf(example.c)),
-                  setOf(example.result))
+        EXPECT_EQ(transformMask(hand(example.a), hand(example.b), hand(example.c)),
+                  hand(example.result))
             << example.a;
     }
 }
 
 TEST(SuitMasks, RelevanceCarriedOverKeepsTheGaps)
 {
-    const CardsConfiguration relevant = coverOf(setOf("Q..."));
-    EXPECT_EQ(transformRelevance(relevant, setOf("K9..."), setOf("J5...")), setOf("AKQJ..."));
-    EXPECT_EQ(transformRelevance(relevant, setOf("AK..."), setOf("K4...")),
-              setOf("AKQJT987654..."));
+    const CardsConfiguration relevant = coverOf(hand("Q..."));
+    EXPECT_EQ(transformRelevance(relevant, hand("K9..."), hand("J5...")), hand("AKQJ..."));
+    EXPECT_EQ(transformRelevance(relevant, hand("AK..."), hand("K4...")), hand("AKQJT987654..."));
 }
 
 }  // namespace trikon

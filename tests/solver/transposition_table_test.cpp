@@ -1,6 +1,8 @@
 // The rules by which bounds are matched, improved and widened.
 #include "solver/transposition_table.h"
 
+#include "support/literals.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -16,8 +18,6 @@ namespace trikon {
 
 namespace {
 
-CardsConfiguration setOf(const char* text) { return readWholeHand(text); }
-
 // Only the number of cards matters to a node.
 Situation withTricksLeft(int tricks)
 {
@@ -31,19 +31,19 @@ protected:
     int check(const char* pattern, std::int8_t target)
     {
         relevant = 0;
-        return node.check(setOf(pattern), situation, target, relevant);
+        return node.check(hand(pattern), situation, target, relevant);
     }
     void lower(const char* pattern, const char* ranks, std::int8_t bound)
     {
-        CardsConfiguration cards = setOf(pattern);
-        node.update_lower_bound(cards, situation, coverOf(setOf(ranks)), bound);
-        EXPECT_EQ(cards, setOf(pattern) & coverOf(setOf(ranks)));
+        CardsConfiguration cards = hand(pattern);
+        node.update_lower_bound(cards, situation, coverOf(hand(ranks)), bound);
+        EXPECT_EQ(cards, hand(pattern) & coverOf(hand(ranks)));
     }
     void upper(const char* pattern, const char* ranks, std::int8_t bound)
     {
-        CardsConfiguration cards = setOf(pattern);
-        node.update_upper_bound(cards, coverOf(setOf(ranks)), bound);
-        EXPECT_EQ(cards, setOf(pattern) & coverOf(setOf(ranks)));
+        CardsConfiguration cards = hand(pattern);
+        node.update_upper_bound(cards, coverOf(hand(ranks)), bound);
+        EXPECT_EQ(cards, hand(pattern) & coverOf(hand(ranks)));
     }
     std::string entries() const
     {
@@ -70,7 +70,7 @@ TEST_F(TableNode, DecidesTargetsOutsideItsBounds)
     EXPECT_EQ(entries(), "AK...:3-5");
     EXPECT_EQ(check("AK9...", 3), 3);
     EXPECT_EQ(check("AK9...", 6), 5);
-    EXPECT_EQ(relevant, coverOf(setOf("K...")));
+    EXPECT_EQ(relevant, coverOf(hand("K...")));
     EXPECT_EQ(check("AK9...", 4), -1);
     EXPECT_EQ(check("AK9...", 5), -1);
     EXPECT_EQ(relevant, 0u);
@@ -126,7 +126,7 @@ TEST_F(TableNode, FindsEachOfManyEntriesAndMovesItOnePlaceEachTime)
     std::vector<std::string> expected;
     for (const char* suit : {"A...", "K...", "Q..."}) {
         for (const char* others : {".A..", ".K..", ".Q..", ".J.."}) {
-            const CardsConfiguration cards = setOf(suit) | setOf(others);
+            const CardsConfiguration cards = hand(suit) | hand(others);
             lower(cards.str(false).c_str(), "2.2..",
                   static_cast<std::int8_t>(expected.size() % 7 + 1));
             expected.push_back(str_contat(cards, ':', (expected.size() % 7 + 1), "-7"));
@@ -152,7 +152,7 @@ TEST_F(TableNode, FindsEachOfManyEntriesAndMovesItOnePlaceEachTime)
 
 TEST(TableEntry, KeepsPatternAndBoundsApart)
 {
-    for (const CardsConfiguration pattern : {setOf("..."), setOf("AK2..2.A"), {fullDeck}}) {
+    for (const CardsConfiguration pattern : {hand("..."), hand("AK2..2.A"), {fullDeck}}) {
         for (std::int8_t lower = 0; lower <= 13; ++lower) {
             for (std::int8_t upper = 0; upper <= 13; ++upper) {
                 const TranspositionTable::Entry entry(pattern, lower, upper);

@@ -2,6 +2,7 @@
 #include "solver/trick.h"
 
 #include "support/endings.h"
+#include "support/literals.h"
 
 #include <gtest/gtest.h>
 
@@ -9,12 +10,6 @@
 #include <sstream>
 
 namespace trikon {
-
-namespace {
-
-CardsConfiguration setOf(const char* text) { return readWholeHand(text); }
-
-}  // namespace
 
 TEST(Trick, IsWonByTheHighestTrumpOrElseByTheHighestCardOfTheSuitLed)
 {
@@ -52,10 +47,10 @@ TEST(Trick, TakesOnlyTheCardsGivenAndStartsWithTheLeader)
 {
     const auto deal = std::make_unique<Deal>();
     static_cast<Hands&>(*deal) = handsOf("AK... QJ... T9... 87...");
-    const Trick trick(NoTrump, *deal, setOf("KJT8..."), 3, East);
-    Trick same(Spades, setOf("J...").suit(Spades));
-    same.add(NoTrump, setOf("T..."));
-    same.add(NoTrump, Spades, setOf("8...").suit(Spades));
+    const Trick trick(NoTrump, *deal, hand("KJT8..."), 3, East);
+    Trick same(Spades, hand("J...").suit(Spades));
+    same.add(NoTrump, hand("T..."));
+    same.add(NoTrump, Spades, hand("8...").suit(Spades));
     EXPECT_EQ(trick, same);
     EXPECT_EQ(Trick(NoTrump, *deal, {}, 0, East), Trick());
 }
