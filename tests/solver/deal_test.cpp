@@ -19,17 +19,7 @@ namespace {
 
 Hands randomDeal(std::mt19937_64& random)
 {
-    Hands hands;
-    std::uint64_t left = fullDeck;
-    for (int count = 0; count < cardsOfDeck; ++count) {
-        std::uint64_t card = 0;
-        do {
-            card = std::uint64_t{1} << (random() & 63);
-        } while ((left & card) == 0);
-        left ^= card;
-        hands[count & 3] |= card;
-    }
-    return hands;
+    return randomEnding(random, cardsOfHand, EndingKind::anyCards);
 }
 
 // Who holds the cards of a suit, from the highest down: "NNEW".

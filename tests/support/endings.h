@@ -28,7 +28,7 @@ constexpr EndingKind allEndingKinds[] = {EndingKind::anyCards, EndingKind::twoSu
                                          EndingKind::threeSuits, EndingKind::topRanks,
                                          EndingKind::oneSuitHand};
 
-/// Four hands of `length` cards each, at most 6.
+/// Four hands of `length` cards each; at most 6, but 13 of any cards.
 Hands randomEnding(std::mt19937_64& random, int length, EndingKind kind);
 
 /// The hands with the cards outside `relevant` redistributed, suit lengths kept.
