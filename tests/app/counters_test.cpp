@@ -90,15 +90,6 @@ TEST(Counter, SmallValuesAreNotLostBesideALargeSum)
                      std::sqrt((1e16 + 10 - 100000010.0 * 100000010.0 / 11) / 11));
 }
 
-TEST(Counter, MergingIsAsCountingAllTheValues)
-{
-    Counter merged = counterOf({4, -7});
-    merged.add(counterOf({1, 12, 3}));
-    EXPECT_EQ(textOf(merged), textOf(counterOf({4, -7, 1, 12, 3})));
-    merged.add(Counter());
-    EXPECT_EQ(textOf(merged), textOf(counterOf({4, -7, 1, 12, 3})));
-}
-
 TEST(Counter, AFullCounterRefusesAndKeepsItsValues)
 {
     const std::string refusal = "More than 4294967295 values are counted under one name.";
