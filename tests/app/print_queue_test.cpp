@@ -7,7 +7,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <atomic>
 #include <cerrno>
 #include <gmock/gmock.h>
 #include <random>
@@ -267,95 +266,6 @@ TEST_F(PrintQueueStory, TheThreadThatPrintsServesThoseWhoComeMeanwhile)
     queue.configure(9, printWhileOthersReport, true, true);
     play("a0+ a1+ d0+");
     EXPECT_EQ(output.text(), "0\n1\n3\n");
-}
-
-// Takes blocks of numbers and reports each block shuffled, the details of some deals at its end.
-class ShufflingWorker {
-public:
-    ShufflingWorker(PrintQueue& queue, std::atomic<unsigned long>& counter, unsigned seed)
-        : queue(queue), counter(counter), engine(seed)
-    {
-    }
-
-    static bool isAccepted(unsigned long n) { return n * 2654435761U >> 7 & 1; }
-
-    void operator()()
-    {
-        bool goOn = true;
-        while (goOn) {
-            std::vector<unsigned long> numbers(1 + engine() % 12);
-            std::generate(numbers.begin(), numbers.end(), [&] { return counter++; });
-            std::shuffle(numbers.begin(), numbers.end(), engine);
-            std::vector<unsigned long> late;
-            // A low number may be needed although a higher one was told to stop.
-            for (const unsigned long n : numbers) {
-                goOn = report(n, late) && goOn;
-            }
-            for (const unsigned long n : late) {
-                goOn = deliver(n) && goOn;
-            }
-        }
-    }
-
-private:
-    bool report(unsigned long n, std::vector<unsigned long>& late)
-    {
-        if (!isAccepted(n)) {
-            return queue.drop(n);
-        }
-        const bool goOn = queue.accept(n);
-        if (goOn && engine() % 2 == 0) {
-            late.push_back(n);
-            return true;
-        }
-        return goOn && deliver(n);
-    }
-
-    bool deliver(unsigned long n)
-    {
-        NamedCounters statistics;
-        statistics["number"].add(static_cast<double>(n));
-        std::string remarks = str_contat("r", n);
-        return queue.setDetails(n, dealOf(n), statistics, remarks);
-    }
-
-    PrintQueue& queue;
-    std::atomic<unsigned long>& counter;
-    std::mt19937 engine;
-};
-
-TEST(PrintQueue, TheFirstAcceptedNumbersArePrintedInOrderByAnyNumberOfThreads)
-{
-    constexpr std::uint32_t needed = 2000;
-    std::string expected;
-    NamedCounters expectedTotals;
-    for (unsigned long n = 0; expectedTotals["number"].count() < needed; ++n) {
-        if (ShufflingWorker::isAccepted(n)) {
-            expected += str_contat(n, "   number=", n, "   r", n, '\n');
-            expectedTotals["number"].add(static_cast<double>(n));
-        }
-    }
-    const auto textOf = [](const NamedCounters& counters) {
-        std::ostringstream out;
-        out << counters;
-        return out.str();
-    };
-    for (const unsigned threadsCount : {1U, 2U, 3U, 8U}) {
-        const CapturedOutput text;
-        PrintQueue shared;
-        shared.configure(needed, printNumber, true, true);
-        std::atomic<unsigned long> counter = 0;
-        std::vector<std::thread> threads;
-        for (unsigned seed = 0; seed < threadsCount; ++seed) {
-            threads.emplace_back(ShufflingWorker(shared, counter, seed));
-        }
-        for (std::thread& thread : threads) {
-            thread.join();
-        }
-        // No last call to print: whoever finds the output taken must be served by who holds it.
-        EXPECT_EQ(text.text(), expected) << threadsCount;
-        EXPECT_EQ(textOf(shared.totalStatistics()), textOf(expectedTotals)) << threadsCount;
-    }
 }
 
 }  // namespace
