@@ -31,7 +31,8 @@ char* writeDotForm(CardsConfiguration cards, char* out, bool dashIfEmpty)
 std::ostream& operator<<(std::ostream& out, const CardsConfiguration& cards)
 {
     char text[longestDotForm];
-    return out << std::string_view(text, writeDotForm(cards, text, false));
+    const CardsConfiguration known = cards & fullDeck;  // the spare bits of a mask are no cards
+    return out << std::string_view(text, writeDotForm(known, text, false));
 }
 
 std::string CardsConfiguration::str(bool dashIfEmpty) const

@@ -82,7 +82,8 @@ TEST(Hands, AHandIsWrittenInDotFormAndWithSuitLetters)
     const CardsConfiguration cards = hand("AKQ..T.5432");
     std::ostringstream out;
     out << cards;
-    EXPECT_EQ(out.str(), "AKQ..T.5432");
+    out << ' ' << CardsConfiguration(0xf000000000000000);  // spare bits and the ace of spades
+    EXPECT_EQ(out.str(), "AKQ..T.5432 A...");
     EXPECT_EQ(cards.str(true), "AKQ.-.T.5432");
     EXPECT_EQ(cards.str_prefixed(), "SAKQ DT C5432");
     EXPECT_EQ(CardsConfiguration().str(true), "-.-.-.-");
