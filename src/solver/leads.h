@@ -33,15 +33,7 @@ public:
     /// Leaves out all further leads of the present suit.
     void leaveOutSuit() { candidates &= ~onlySuit(move.suit, fullSuit); }
     /// Leaves out leads that fail as the present one has failed, for these `reasons`.
-    ///
-    /// If the rank of its card is not among them, neither does that of any other card of the suit
-    /// outside matter.
-    void leaveOutAlike(CardsConfiguration reasons)
-    {
-        if ((reasons.suit(move.suit) & move.card) == 0) {
-            candidates &= reasons | ~onlySuit(move.suit, fullSuit);
-        }
-    }
+    void leaveOutAlike(CardsConfiguration reasons) { candidates &= candidatesAfter(move, reasons); }
 
 private:
     // How much the suit of the lead asked for weighs more than the others.

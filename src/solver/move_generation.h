@@ -59,6 +59,16 @@ inline void coverWholeGroup(CardsConfiguration& relevant, const MoveFast& move)
     }
 }
 
+/// The cards that may do better than `failed`, which has failed for these `reasons`.
+///
+/// If the rank of its card is not among them, neither does that of any other card of the suit
+/// outside matter: they would fail as it did.
+inline CardsConfiguration candidatesAfter(const MoveFast& failed, CardsConfiguration reasons)
+{
+    const bool rankMatters = (reasons.suit(failed.suit) & failed.card) != 0;
+    return rankMatters ? fullDeck : reasons | ~onlySuit(failed.suit, fullSuit);
+}
+
 /// Writes the lowest group of `cards` and takes it out of them.
 inline void generateLowestGroup(std::uint8_t suit, MoveFast*& out, std::uint16_t& cards,
                                 std::uint16_t separators)
@@ -100,9 +110,7 @@ public:
     }
     /// Goes on to the next move after the present one has failed; false if none is left.
     ///
-    /// `reasons` are the ranks that its failure depends on. If the rank of its card is not among
-    /// them, neither does that of any other card of the suit outside matter: they fail as it does
-    /// and are left out.
+    /// `reasons` are the ranks that its failure depends on; what fails alike is left out.
     bool nextAfter(CardsConfiguration reasons);
 
 private:
@@ -163,6 +171,17 @@ std::array<std::uint8_t, 3> suitsByWeight(const std::array<std::uint8_t, 3>& sui
                                           const std::array<int, 3>& weights);
 
 // The same moves as lists.
+
+/// All moves of a `FollowingMoves` or `VoidMoves` from the present one on.
+template <class Moves>
+MoveList listed(Moves moves)
+{
+    MoveList list;
+    do {
+        list.push_back(moves.present());
+    } while (moves.nextAfter(fullDeck));
+    return list;
+}
 
 /// The moves of a player who cannot follow suit. `hand` is empty in the three suits afterwards.
 void generateVoid(MoveFast*& out, CardsConfiguration& hand, const CardsConfiguration& separators,
@@ -265,9 +284,7 @@ inline void VoidMoves::take(std::uint8_t suit, std::uint16_t cards)
 
 inline bool VoidMoves::nextAfter(CardsConfiguration reasons)
 {
-    if ((reasons.suit(move.suit) & move.card) == 0) {
-        candidates &= reasons | ~onlySuit(move.suit, fullSuit);
-    }
+    candidates &= candidatesAfter(move, reasons);
     return next();
 }
 
@@ -331,11 +348,8 @@ MoveFast* InTrickMovesGenNonVoid<position, trump>::g(MoveFast* out, const Situat
                                                      const Deal& deal, const PlayerNumber& player,
                                                      const Trick& trick)
 {
-    FollowingMoves moves = FollowingMoves::of<position>(situation, deal, player, trick);
-    do {
-        *out++ = moves.present();
-    } while (moves.nextAfter(fullDeck));
-    return out;
+    const MoveList moves = listed(FollowingMoves::of<position>(situation, deal, player, trick));
+    return std::copy(moves.begin(), moves.end(), out);
 }
 
 }  // namespace trikon

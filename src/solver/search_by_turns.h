@@ -15,32 +15,15 @@
 
 namespace trikon {
 
-/// All that a `FollowingMoves` or `VoidMoves` has from the present one on.
-template <class Moves>
-MoveList listed(Moves moves)
-{
-    MoveList list;
-    do {
-        list.push_back(moves.present());
-    } while (moves.nextAfter(fullDeck));
-    return list;
-}
-
 /// Takes out the move at `place`, which has failed for these `reasons`, and those that fail alike.
-///
-/// If the rank of its card is not among them, neither does that of any other card of the suit
-/// outside matter.
 inline void leaveOutAlike(MoveList& moves, std::size_t place, CardsConfiguration reasons)
 {
-    const MoveFast failed = moves[place];
-    const std::uint16_t ranks = reasons.suit(failed.suit);
+    const CardsConfiguration candidates = candidatesAfter(moves[place], reasons);
     moves.erase(moves.begin() + static_cast<std::ptrdiff_t>(place));
-    if ((ranks & failed.card) == 0) {
-        const auto isAlike = [&](const MoveFast& move) {
-            return move.suit == failed.suit && (move.equivalents & ranks) == 0;
-        };
-        moves.erase(std::remove_if(moves.begin(), moves.end(), isAlike), moves.end());
-    }
+    const auto isAlike = [&](const MoveFast& move) {
+        return (candidates.suit(move.suit) & move.equivalents) == 0;
+    };
+    moves.erase(std::remove_if(moves.begin(), moves.end(), isAlike), moves.end());
 }
 
 /// Limits the nodes of a search to so many more for as long as the object lives.
