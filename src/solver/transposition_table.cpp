@@ -165,12 +165,13 @@ void TranspositionTable::put(std::uint32_t number)
 void TranspositionTable::forgetFrom(std::uint32_t number)
 {
     constexpr std::size_t chunksToKeep = 16;  // a megabyte
-    for (std::uint32_t forgotten = number; forgotten < made; ++forgotten) {
-        at(forgotten) = {};
-    }
-    made = number;
+    const std::uint32_t before = std::exchange(made, number);
     chunks.resize(
         std::min(chunks.size(), std::max(chunksToKeep, (made >> chunkBits) + std::size_t{1})));
+    const std::size_t last = std::min<std::size_t>(before, chunks.size() << chunkBits);
+    for (std::uint32_t forgotten = number; forgotten < last; ++forgotten) {
+        at(forgotten) = {};
+    }
     places.clear();
     for (auto& numbers : maps) {
         numbers.clear();

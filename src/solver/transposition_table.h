@@ -111,6 +111,9 @@ private:
 /// One line of a cache.
 class alignas(64) TranspositionTable::Node {
 public:
+    /// The lead that last reached its target here, in whatever deal of the ranks; no card if none.
+    OneCardInSuit bestMove{0, 0};
+
     /// The bound that decides whether `target` tricks can be taken, -1 when none does.
     ///
     /// Either a lower bound that reaches the target or an upper bound below it. The ranks on which
@@ -149,17 +152,12 @@ private:
     // The last ones are here, where no further memory has to be fetched for them. Those before are
     // cold: there is room for one less than a power of two. An entry that decides changes places
     // with the one behind it.
-    std::array<Entry, mostHot> hot{};
-    std::unique_ptr<Entry[]> cold;
-    // What the table keeps the node under, with `leader`.
-    TrickCountConfiguration counts;
     std::uint32_t coldCount : 27 = 0;
     std::uint32_t hotCount : 3 = 0;
-    std::uint32_t leader : 2 = 0;
-
-public:
-    /// The lead that last reached its target here, in whatever deal of the ranks; no card if none.
-    OneCardInSuit bestMove{0, 0};
+    std::uint32_t leader : 2 = 0;  // with `counts` what the table keeps the node under
+    std::array<Entry, mostHot> hot{};
+    std::unique_ptr<Entry[]> cold;
+    TrickCountConfiguration counts;
 };
 
 static_assert(sizeof(TranspositionTable::Node) == 64);
