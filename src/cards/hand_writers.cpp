@@ -18,7 +18,8 @@ constexpr int longestDotForm = cardsOfDeck + 3;
 char* writeDotForm(CardsConfiguration cards, char* out, bool dashIfEmpty)
 {
     for (int suitNumber = Spades; suitNumber >= Clubs; --suitNumber) {
-        out = suitToStrEnd(cards.suit(suitNumber), out, dashIfEmpty);
+        // The spare bits of a mask are no cards.
+        out = suitToStrEnd(cards.suit(suitNumber) & fullSuit, out, dashIfEmpty);
         if (suitNumber != Clubs) {
             *out++ = '.';
         }
@@ -31,8 +32,7 @@ char* writeDotForm(CardsConfiguration cards, char* out, bool dashIfEmpty)
 std::ostream& operator<<(std::ostream& out, const CardsConfiguration& cards)
 {
     char text[longestDotForm];
-    const CardsConfiguration known = cards & fullDeck;  // the spare bits of a mask are no cards
-    return out << std::string_view(text, writeDotForm(known, text, false));
+    return out << std::string_view(text, writeDotForm(cards, text, false));
 }
 
 std::string CardsConfiguration::str(bool dashIfEmpty) const
