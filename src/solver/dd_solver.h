@@ -126,7 +126,8 @@ protected:
     Trump trump = NoTrump;
     std::shared_ptr<const Deal> deal;
     // With so many tricks left or more, the present one included, moves are tried by turns
-    // (`search_by_turns.h`): the first for so many nodes at first, the others for a part as many.
+    // (`search_by_turns.h`): the first for so many nodes at first and ten times as many each
+    // further time, the others for a part as many.
     struct Turns {
         int fromTricks = 12;
         std::uint64_t firstPatience = 10000;

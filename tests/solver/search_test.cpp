@@ -34,14 +34,12 @@ void expectAllResults(DDSolver& solver, const Hands& hands)
     }
 }
 
-// By turns in every other ending, so often that most searches are given up at some time.
+// In every other ending moves are tried by turns from the start, and with very little patience.
 void varyTurns(PlayingSolver& solver, std::mt19937_64& random)
 {
-    if (random() % 2 == 0) {
-        solver.takeTurns(2, 1 + random() % 20, 1 + random() % 4);
-    } else {
-        solver.takeTurns(12, 10000, 200);
-    }
+    const bool byTurns = random() % 2 == 0;
+    solver.turns = byTurns ? PlayingSolver::Turns{2, 1 + random() % 20, 1 + random() % 4}
+                           : PlayingSolver::Turns{};
 }
 
 // Whether the bound that a search gave is right in `hands`.

@@ -1,5 +1,5 @@
-// Whole deals whose results an independent solver has worked out; a test of the finished program
-// has plays, too.
+// Whole deals whose results an independent solver has worked out. Positions in play are asked of
+// the finished program.
 #include "solver/dd_solver.h"
 #include "support/endings.h"
 

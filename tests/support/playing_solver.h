@@ -13,6 +13,9 @@ namespace trikon {
 
 class PlayingSolver : public DDSolver {
 public:
+    using DDSolver::Turns;
+    using DDSolver::turns;
+
     void start(const Hands& hands, Trump trumpToSet, PlayerNumber leader)
     {
         history.clear();
@@ -21,11 +24,6 @@ public:
         player = leader;
         trick = Trick();
         onTable.clear();
-    }
-
-    void takeTurns(int fromTricks, std::uint64_t firstPatience, std::uint64_t partOfFirst)
-    {
-        turns = {fromTricks, firstPatience, partOfFirst};
     }
 
     void play(OneCardInSuit card)
